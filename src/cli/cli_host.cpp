@@ -1,0 +1,46 @@
+#include "cli/cli_host.h"
+
+#include <stdexcept>
+
+namespace orvik::cli {
+
+CliHost::CliHost(worksheet::Worksheet sheet, std::vector<DialogSetting> settings,
+                 std::set<std::string> cancelled_dialogs)
+    : sheet_(std::move(sheet)), settings_(std::move(settings)), cancelled_dialogs_(std::move(cancelled_dialogs)) {}
+
+shell::MessageAnswer CliHost::ShowMessage(const shell::MessageBox& box) {
+  messages_.push_back(box);
+  return shell::MessageAnswer::Ok;
+}
+
+shell::DialogOutcome CliHost::RunDialog(shell::DialogModel& dialog) {
+  for (const auto& setting : settings_)
+    if (setting.dialog == dialog.Name()) ApplyDialogSetting(dialog, setting);
+  // A refused OK leaves the dialog open; the runner then gives up and
+  // presses cancel, as a user would.
+  if (cancelled_dialogs_.count(dialog.Name()) == 0 && dialog.PressOk(*this)) return shell::DialogOutcome::Accepted;
+  dialog.PressCancel(*this);
+  any_dialog_cancelled_ = true;
+  return shell::DialogOutcome::Cancelled;
+}
+
+void CliHost::ShowResultWindow(shell::ResultWindow window) { windows_.push_back(std::move(window)); }
+
+void ApplyDialogSetting(shell::DialogModel& dialog, const DialogSetting& setting) {
+  const shell::DialogControl& control = dialog.Control(setting.control);
+  switch (control.kind) {
+    case shell::ControlKind::TextBox:
+      dialog.Type(setting.control, setting.value);
+      return;
+    case shell::ControlKind::OptionButton:
+    case shell::ControlKind::CheckBox:
+      if (setting.value != "0" && setting.value != "1")
+        throw std::invalid_argument(setting.dialog + "." + setting.control + " takes 1 or 0, not " + setting.value);
+      dialog.SetChecked(setting.control, setting.value == "1");
+      return;
+    default:
+      throw std::invalid_argument(setting.dialog + "." + setting.control + " cannot be set");
+  }
+}
+
+}  // namespace orvik::cli

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <set>
+#include <string>
+#include <vector>
+
+#include "shell/host.h"
+
+namespace orvik::cli {
+
+// One --set DIALOG.CONTROL=VALUE of the command line.
+struct DialogSetting {
+  std::string dialog;
+  std::string control;
+  std::string value;
+};
+
+// The host of a headless run: one worksheet "WorkSheet 1", message boxes
+// recorded and answered OK, dialogs filled from the command line's settings
+// and then confirmed (or cancelled), result windows recorded.
+class CliHost : public shell::Host {
+ public:
+  CliHost(worksheet::Worksheet sheet, std::vector<DialogSetting> settings, std::set<std::string> cancelled_dialogs);
+
+  shell::MessageAnswer ShowMessage(const shell::MessageBox& box) override;
+  shell::DialogOutcome RunDialog(shell::DialogModel& dialog) override;
+  void ShowResultWindow(shell::ResultWindow window) override;
+  worksheet::Worksheet* ActiveWorksheet() override { return &sheet_; }
+
+  const std::vector<shell::MessageBox>& Messages() const { return messages_; }
+  const std::vector<shell::ResultWindow>& Windows() const { return windows_; }
+  bool AnyDialogCancelled() const { return any_dialog_cancelled_; }
+
+ private:
+  worksheet::Worksheet sheet_;
+  std::vector<DialogSetting> settings_;
+  std::set<std::string> cancelled_dialogs_;
+  std::vector<shell::MessageBox> messages_;
+  std::vector<shell::ResultWindow> windows_;
+  bool any_dialog_cancelled_ = false;
+};
+
+// Applies one setting to an open dialog as the user's input would: a text
+// box is typed into and left, an option button or check box takes 1 or 0.
+// Throws std::invalid_argument for a value a control cannot take.
+void ApplyDialogSetting(shell::DialogModel& dialog, const DialogSetting& setting);
+
+}  // namespace orvik::cli

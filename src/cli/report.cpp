@@ -1,0 +1,181 @@
+#include "cli/report.h"
+
+#include <algorithm>
+
+#include "cli/json_writer.h"
+#include "stats/decimal_numbers.h"
+
+namespace orvik::cli {
+
+namespace {
+
+const char* SeriesTypeName(shell::SeriesType type) {
+  switch (type) {
+    case shell::SeriesType::Line: return "line";
+    case shell::SeriesType::Points: return "points";
+    case shell::SeriesType::Bar: return "bar";
+    case shell::SeriesType::Box: return "box";
+  }
+  return "line";
+}
+
+void WriteMessages(JsonWriter& json, const std::vector<shell::MessageBox>& messages) {
+  json.Key("messages").BeginArray();
+  for (const auto& box : messages) {
+    json.BeginObject()
+        .Field("title", box.title)
+        .Field("text", box.text)
+        .Field("icon", shell::IconName(box.icon))
+        .Field("buttons", shell::ButtonsName(box.buttons))
+        .EndObject();
+  }
+  json.EndArray();
+}
+
+void WriteChart(JsonWriter& json, const shell::ChartSeries& chart) {
+  json.BeginObject().Field("name", chart.name).Field("title", chart.title);
+  json.Field("xTitle", chart.xTitle).Field("yTitle", chart.yTitle);
+  json.Key("series").BeginArray();
+  for (const auto& series : chart.series) {
+    json.BeginObject().Field("name", series.name).Field("type", SeriesTypeName(series.type));
+    json.Key("x").NumberArray(series.x).Key("y").NumberArray(series.y);
+    json.Key("marked").BeginArray();
+    for (const long point : series.marked) json.Integer(point);
+    json.EndArray().EndObject();
+  }
+  json.EndArray().Key("lines").BeginArray();
+  for (const auto& line : chart.lines) {
+    json.BeginObject()
+        .Field("orientation", line.orientation == shell::LineOrientation::Horizontal ? "h" : "v")
+        .Key("value")
+        .Number(line.value)
+        .Field("label", line.label)
+        .EndObject();
+  }
+  json.EndArray().Key("labels").BeginArray();
+  for (const auto& label : chart.labels) json.String(label.text);
+  json.EndArray().EndObject();
+}
+
+void WriteWindow(JsonWriter& json, const shell::ResultWindow& window) {
+  json.BeginObject().Field("kind", shell::WindowKindName(window.kind)).Field("title", window.title);
+  json.Key("table");
+  if (window.table) {
+    json.BeginObject().Key("columns").StringArray(window.table->columns).Key("rows").BeginArray();
+    for (const auto& row : window.table->rows) json.StringArray(row);
+    json.EndArray().EndObject();
+  } else {
+    json.Null();
+  }
+  json.Key("charts").BeginArray();
+  for (const auto& chart : window.charts) WriteChart(json, chart);
+  json.EndArray().EndObject();
+}
+
+std::string MessagesText(const std::vector<shell::MessageBox>& messages) {
+  std::string out;
+  for (const auto& box : messages) {
+    out += "[" + box.title + "] " + box.text + "  (" + shell::IconName(box.icon) + ", " +
+           shell::ButtonsName(box.buttons) + ")\n";
+  }
+  return out;
+}
+
+}  // namespace
+
+std::string AlignedTable(const shell::ResultTable& table) {
+  std::vector<const std::vector<std::string>*> lines;
+  const bool has_heading = std::any_of(table.columns.begin(), table.columns.end(),
+                                       [](const std::string& caption) { return !caption.empty(); });
+  if (has_heading) lines.push_back(&table.columns);
+  for (const auto& row : table.rows) lines.push_back(&row);
+  std::vector<std::size_t> widths;
+  for (const auto* line : lines) {
+    if (widths.size() < line->size()) widths.resize(line->size(), 0);
+    for (std::size_t i = 0; i < line->size(); ++i) widths[i] = std::max(widths[i], (*line)[i].size());
+  }
+  std::string out;
+  for (const auto* line : lines) {
+    std::string text;
+    for (std::size_t i = 0; i < line->size(); ++i) {
+      text += (*line)[i];
+      if (i + 1 < line->size()) text.append(widths[i] - (*line)[i].size() + 2, ' ');
+    }
+    out += text + "\n";
+  }
+  return out;
+}
+
+std::string RunRecordJson(const RunRecord& record) {
+  JsonWriter json;
+  json.BeginObject().Field("outcome", record.outcome);
+  WriteMessages(json, record.messages);
+  json.Field("log", record.log).Key("windows").BeginArray();
+  for (const auto& window : record.windows) WriteWindow(json, window);
+  json.EndArray().EndObject();
+  return json.Text() + "\n";
+}
+
+std::string RunRecordText(const RunRecord& record) {
+  std::string out = "Outcome: " + record.outcome + "\n";
+  if (!record.messages.empty()) out += "\nMessages:\n" + MessagesText(record.messages);
+  // The session log without its welcome line: what this command wrote.
+  std::string added;
+  for (std::size_t pos = record.log.find("\r\n"); pos != std::string::npos;) {
+    const std::size_t next = record.log.find("\r\n", pos + 2);
+    added += "  " + record.log.substr(pos + 2, next == std::string::npos ? std::string::npos : next - pos - 2) + "\n";
+    pos = next;
+  }
+  if (!added.empty()) out += "\nSession log:\n" + added;
+  for (const auto& window : record.windows) {
+    out += "\n" + std::string(shell::WindowKindName(window.kind)) + ": " + window.title + "\n";
+    if (window.table) out += AlignedTable(*window.table);
+    for (const auto& chart : window.charts) {
+      out += "  chart " + chart.name + (chart.title.empty() ? "" : ": " + chart.title) + "\n";
+      for (const auto& line : chart.lines)
+        out += "    line " + line.label + " at " + stats::FormatNumber(line.value) + "\n";
+    }
+  }
+  return out;
+}
+
+std::string SelectRecordJson(const SelectRecord& record) {
+  JsonWriter json;
+  json.BeginObject().Field("outcome", record.outcome);
+  WriteMessages(json, record.messages);
+  json.Key("selection");
+  if (record.selection) {
+    const auto& s = *record.selection;
+    json.BeginObject()
+        .Key("firstColumn").Integer(s.firstColumn)
+        .Key("lastColumn").Integer(s.lastColumn)
+        .Key("firstRow").Integer(s.firstRow)
+        .Key("lastRow").Integer(s.lastRow)
+        .Key("columnStep").Integer(s.columnStep)
+        .Key("rowStep").Integer(s.rowStep)
+        .Key("values").NumberArray(s.values)
+        .Key("count").Integer(s.count)
+        .EndObject();
+  } else {
+    json.Null();
+  }
+  json.EndObject();
+  return json.Text() + "\n";
+}
+
+std::string SelectRecordText(const SelectRecord& record) {
+  std::string out = "Outcome: " + record.outcome + "\n";
+  if (!record.messages.empty()) out += "\nMessages:\n" + MessagesText(record.messages);
+  if (record.selection) {
+    const auto& s = *record.selection;
+    out += "\nColumns " + std::to_string(s.firstColumn) + " to " + std::to_string(s.lastColumn) + " (step " +
+           std::to_string(s.columnStep) + "), rows " + std::to_string(s.firstRow) + " to " +
+           std::to_string(s.lastRow) + " (step " + std::to_string(s.rowStep) + ")\n";
+    out += std::to_string(s.count) + " values:";
+    for (const double value : s.values) out += " " + stats::FormatNumber(value);
+    out += "\n";
+  }
+  return out;
+}
+
+}  // namespace orvik::cli

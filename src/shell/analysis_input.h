@@ -1,0 +1,37 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "shell/host.h"
+#include "worksheet/data_selection.h"
+
+namespace orvik::shell {
+
+// The input steps every analysis begins with. Each shows its refusal as a
+// "Confirmation Data" message box and returns false (or nullopt); the caller
+// then stops at once, writing nothing to the log and opening no window.
+
+// Resolves the active worksheet's block into host.CurrentSelection().
+bool ResolveDataBlock(Host& host);
+
+// Reads the numbers of host.CurrentSelection() under `policy`. An improper
+// (empty or non-numeric) cell in the block makes CountAsZero and
+// DropWithNotice show their notice first, and makes Refuse show
+// `refusal_text` ("Include improper data or null cells", or the chart's own
+// "Improper data for ... control chart") and stop.
+std::optional<worksheet::RunningFigures> CollectNumericCells(
+    Host& host, worksheet::CellPolicy policy = worksheet::CellPolicy::Skip,
+    const std::string& refusal_text = worksheet::messages::kIncludeImproper);
+
+// ResolveDataBlock, CollectNumericCells with skipping, and the three common
+// checks in their order: the input of the descriptive graphs.
+std::optional<worksheet::RunningFigures> ReadCheckedSelection(Host& host);
+
+// The block-shape checks: the user's block must span exactly `columns`
+// columns, or at most `columns`; otherwise `refusal_text` is shown.
+bool RequireColumnSpan(Host& host, long columns, const std::string& refusal_text);
+bool RequireAtMostColumns(Host& host, long columns,
+                          const std::string& refusal_text = worksheet::messages::kExceedColumns);
+
+}  // namespace orvik::shell

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "shell/result_table.h"
+
+namespace orvik::shell {
+
+enum class SeriesType { Line, Points, Bar, Box };
+
+// One plotted series. For a box series, y holds minimum, Q1, median, Q3 and
+// maximum of each box in turn, and x one position per box.
+struct PlotSeries {
+  std::string name;
+  SeriesType type = SeriesType::Line;
+  std::vector<double> x;
+  std::vector<double> y;
+  std::vector<long> marked;  // 1-based numbers of the points drawn as marked
+  std::optional<Rgb> color;
+  bool onSecondAxis = false;  // drawn against the right-hand value axis
+};
+
+enum class LineOrientation { Horizontal, Vertical };
+
+// A horizontal or vertical line across the chart with its label, for example
+// a control limit "UCL= 10.5" or a specification limit.
+struct ChartLine {
+  LineOrientation orientation = LineOrientation::Horizontal;
+  double value = 0.0;
+  std::string label;
+  std::optional<Rgb> color;
+  bool dashed = false;
+};
+
+// A free text on the chart; without a position it goes to the chart's corner.
+struct ChartLabel {
+  std::string text;
+  std::optional<double> x;
+  std::optional<double> y;
+};
+
+// Everything one chart of a result window draws. The core describes the
+// chart; the front-ends only draw or print it.
+struct ChartSeries {
+  std::string name;  // "ChartOne", "ChartTwo", "DataChartView"
+  std::string title;
+  std::string xTitle;
+  std::string yTitle;
+  std::string y2Title;  // the right-hand axis, used by series on it
+  std::vector<PlotSeries> series;
+  std::vector<ChartLine> lines;
+  std::vector<ChartLabel> labels;
+  // Category names for a bar chart's x axis, one per bar position 1, 2, ...
+  std::vector<std::string> categories;
+};
+
+}  // namespace orvik::shell

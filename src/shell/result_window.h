@@ -1,0 +1,35 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "shell/chart_series.h"
+#include "shell/result_table.h"
+
+namespace orvik::shell {
+
+enum class WindowKind {
+  ControlForm,  // control charts: ChartOne, ChartTwo and the grid DataView
+  DataChart,    // graphs and capability: DataChartView and the grid DataView
+};
+
+const char* WindowKindName(WindowKind kind);
+
+// One result window as an analysis fills it; the host shows it.
+struct ResultWindow {
+  WindowKind kind = WindowKind::DataChart;
+  std::string title;
+  std::vector<ChartSeries> charts;
+  std::optional<ResultTable> table;  // DataView
+
+  ChartSeries& Chart(const std::string& name);
+};
+
+// A control chart window with its two charts "ChartOne" and "ChartTwo"
+// (a one-chart command leaves ChartTwo out) and its grid.
+ResultWindow MakeControlForm(std::string title, bool two_charts);
+// A graph window with its chart "DataChartView" and its grid.
+ResultWindow MakeDataChart(std::string title);
+
+}  // namespace orvik::shell

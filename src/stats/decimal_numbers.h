@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+
+namespace orvik::stats {
+
+// Decimal rounding of `x` to `decimals` places (negative: to tens, hundreds,
+// ...) with ties to the even digit. The tie is judged on the shortest decimal
+// text that reads back to x, which is what the user typed or saw, not on the
+// binary value: Round(2.675, 2) = 2.68 although the double nearest 2.675 lies
+// slightly below it; Round(2.5, 0) = 2, Round(0.125, 2) = 0.12,
+// Round(-1.5, 0) = -2. NaN and infinities come back unchanged.
+double Round(double x, int decimals);
+
+// The text a result grid shows for a number: the shortest text that reads
+// back to the value, at most 15 significant digits, no trailing zeros
+// ("2.5", "10", "1.666667", "-0.25"). Plain notation for magnitudes from
+// 1E-05 up to below 1E+15, otherwise a spreadsheet's scientific form with a
+// signed two-digit exponent ("1.5E-07", "2E+20"). Negative zero shows as
+// "0"; NaN as "NaN"; infinities as "Infinity" and "-Infinity".
+std::string FormatNumber(double x);
+
+}  // namespace orvik::stats

@@ -1,0 +1,81 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "worksheet/worksheet.h"
+
+namespace orvik::worksheet {
+
+// The resolved block and the numbers read from it. One is current at a time
+// (the main window's); every analysis command overwrites it.
+struct DataSelection {
+  long firstColumn = 0;
+  long lastColumn = 0;
+  long firstRow = 0;
+  long lastRow = 0;
+  int columnStep = 1;
+  int rowStep = 1;
+  std::vector<double> values;  // accepted numbers in reading order
+  long count = 0;
+};
+
+// The figures kept while walking a block, which the common checks use.
+struct RunningFigures {
+  long count = 0;
+  // Values equal to the first accepted one. It starts at 1, so a block
+  // without any number fails the count check, not the all-same check.
+  long equalToFirst = 1;
+  double sum = 0.0;
+  double minimum = 0.0;
+  double maximum = 0.0;
+  long improperCells = 0;  // empty or non-numeric cells met in the block
+};
+
+// How an analysis treats the empty and non-numeric cells of its block.
+enum class CellPolicy {
+  Skip,          // leave them out silently, leaving no gap
+  CountAsZero,   // read them as 0 after a notice
+  DropWithNotice,// leave them out after a notice
+  Refuse,        // refuse the whole run
+};
+
+// Refusal and notice texts shared by the analyses.
+namespace messages {
+inline constexpr const char* kSelectDataFromWorksheet = "Select data from worksheet";
+inline constexpr const char* kSelectValidData = "Please, select valid data";
+inline constexpr const char* kAllDataSame = "All data are same";
+inline constexpr const char* kNotEnoughData = "All data are not enough to analysis";
+inline constexpr const char* kChangeToZero = "If improper data or null cells then change to zero";
+inline constexpr const char* kEliminated = "Non-numeric data or empty cell's data are elimination";
+inline constexpr const char* kIncludeImproper = "Include improper data or null cells";
+inline constexpr const char* kSelectTwoColumns = "Please, select two columns";
+inline constexpr const char* kSelectThreeColumns = "Select three columns";
+inline constexpr const char* kSelectOneColumnOnly = "Please select one column only";
+inline constexpr const char* kExceedColumns = "Exceed selected available columns";
+inline constexpr const char* kSameColumns = "Selected columns are same";
+}  // namespace messages
+
+// Resolves the sheet's selected block into `out` (bounds and steps; values
+// emptied). `sheet` is the active worksheet, or null when none is open.
+// Returns the refusal text instead when the block cannot be used.
+std::optional<std::string> ResolveBlock(const Worksheet* sheet, DataSelection& out);
+
+// Walks the block column by column, each column along the row step, and
+// fills `selection.values` and `selection.count` with the accepted numbers.
+// Under CellPolicy::CountAsZero an improper cell is read as 0 (and counted
+// in improperCells); under every other policy it is left out.
+RunningFigures CollectNumericCells(const Worksheet& sheet, DataSelection& selection,
+                                   CellPolicy policy = CellPolicy::Skip);
+
+// The three common checks in their order: all values equal to the first,
+// fewer than three values, a sum of exactly zero. Returns the refusal text
+// of the first that fails.
+std::optional<std::string> CommonDataChecks(const RunningFigures& figures);
+
+// The number of columns the user's block spans, |SelBlockCol2 - SelBlockCol| + 1,
+// which the column-count checks of the analyses measure.
+long SelectedColumnSpan(const GridSelection& selection);
+
+}  // namespace orvik::worksheet

@@ -1,0 +1,96 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "worksheet/cell_column.h"
+
+namespace orvik::worksheet {
+
+// The selected block of the grid, under the grid's own property names.
+// SelBlockCol/SelBlockRow are the cell where the user's drag began, so a
+// block dragged right to left or bottom to top has SelBlockCol2 < SelBlockCol
+// or SelBlockRow2 < SelBlockRow. -1 in both row fields means whole columns
+// were selected, -1 in both column fields whole rows, -1 in all four the
+// whole sheet.
+struct GridSelection {
+  bool IsBlockSelected = false;
+  long SelBlockCol = 0;
+  long SelBlockCol2 = 0;
+  long SelBlockRow = 0;
+  long SelBlockRow2 = 0;
+};
+
+// One worksheet grid (`OrvikSheet` of a worksheet window): text cells
+// addressed by row and column counted from 1. Cells beyond the stored data
+// are empty, so the grid size (MaxRows x MaxCols) costs nothing until cells
+// are filled.
+class Worksheet {
+ public:
+  static constexpr long kDefaultMaxRows = 1000;
+  static constexpr long kDefaultMaxCols = 52;
+
+  explicit Worksheet(std::string name = {}, long max_rows = kDefaultMaxRows,
+                     long max_cols = kDefaultMaxCols);
+
+  // The window caption, for example "WorkSheet 1".
+  const std::string& Name() const { return name_; }
+  void SetName(std::string name) { name_ = std::move(name); }
+
+  long MaxRows() const { return max_rows_; }
+  long MaxCols() const { return max_cols_; }
+  // Grows or shrinks the grid; cells outside the new size are cleared.
+  void SetMaxRows(long rows);
+  void SetMaxCols(long cols);
+
+  // The last row and the last column that hold any data; 0 on an empty sheet.
+  long DataRowCnt() const { return data_row_cnt_; }
+  long DataColCnt() const { return static_cast<long>(columns_.size()); }
+
+  // The cell's text as shown. Empty outside the data.
+  std::string_view Text(long row, long col) const;
+  // The cell's content without display formatting. Cells carry no number
+  // formats yet, so it is the shown text.
+  std::string_view Value(long row, long col) const { return Text(row, col); }
+  // Writes a cell; the grid grows to hold it. An empty text clears the cell.
+  void SetText(long row, long col, std::string_view text);
+
+  // The caption of a column header: the name the user gave it, or the
+  // column's letters ("A", "B", ..., "Z", "AA", ...).
+  std::string ColumnHeader(long col) const;
+  void SetColumnHeader(long col, std::string name);
+  // The user's own header name; empty when the column shows its letters.
+  const std::string& ColumnHeaderName(long col) const;
+
+  // Row and column edits at `at`; cells after it move.
+  void InsertRows(long at, long count);
+  void DeleteRows(long at, long count);
+  void InsertColumns(long at, long count);
+  void DeleteColumns(long at, long count);
+
+  // The cell with the caret and the selected block.
+  long ActiveRow = 1;
+  long ActiveCol = 1;
+  GridSelection Selection;
+
+  // Gives back spare capacity after a bulk load.
+  void ShrinkToFit();
+
+ private:
+  void RecomputeExtent();
+
+  std::string name_;
+  long max_rows_;
+  long max_cols_;
+  long data_row_cnt_ = 0;
+  // columns_[c - 1] holds column c; trailing empty columns are not kept, so
+  // columns_.size() is DataColCnt.
+  std::vector<CellColumn> columns_;
+  std::vector<std::string> header_names_;
+};
+
+// The letters of column `col` as a spreadsheet writes them: 1 -> "A", 27 -> "AA".
+std::string ColumnLetters(long col);
+
+}  // namespace orvik::worksheet
