@@ -39,6 +39,47 @@ DialogControl& DialogModel::AddControl(DialogControl control) {
   return controls_.back();
 }
 
+DialogControl& DialogModel::AddTextBox(std::string name, std::string default_text) {
+  DialogControl control;
+  control.name = std::move(name);
+  control.kind = ControlKind::TextBox;
+  control.text = std::move(default_text);
+  return AddControl(std::move(control));
+}
+
+DialogControl& DialogModel::AddOptionButton(std::string name, std::string group, bool checked) {
+  DialogControl control;
+  control.name = std::move(name);
+  control.kind = ControlKind::OptionButton;
+  control.group = std::move(group);
+  control.checked = checked;
+  return AddControl(std::move(control));
+}
+
+DialogControl& DialogModel::AddCheckBox(std::string name, bool checked) {
+  DialogControl control;
+  control.name = std::move(name);
+  control.kind = ControlKind::CheckBox;
+  control.checked = checked;
+  return AddControl(std::move(control));
+}
+
+DialogControl& DialogModel::AddCommandButton(std::string name, std::string caption) {
+  DialogControl control;
+  control.name = std::move(name);
+  control.kind = ControlKind::CommandButton;
+  control.caption = std::move(caption);
+  return AddControl(std::move(control));
+}
+
+DialogControl& DialogModel::AddLabel(std::string name, std::string caption) {
+  DialogControl control;
+  control.name = std::move(name);
+  control.kind = ControlKind::Label;
+  control.caption = std::move(caption);
+  return AddControl(std::move(control));
+}
+
 void DialogModel::Type(std::string_view control, std::string text) {
   DialogControl& box = MutableControl(control);
   box.text = std::move(text);

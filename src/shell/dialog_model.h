@@ -57,6 +57,11 @@ class DialogModel {
 
  protected:
   DialogControl& AddControl(DialogControl control);
+  DialogControl& AddTextBox(std::string name, std::string default_text = {});
+  DialogControl& AddOptionButton(std::string name, std::string group, bool checked = false);
+  DialogControl& AddCheckBox(std::string name, bool checked = false);
+  DialogControl& AddCommandButton(std::string name, std::string caption);
+  DialogControl& AddLabel(std::string name, std::string caption);
   DialogControl& MutableControl(std::string_view name);
 
   virtual void OnClick(const std::string& /*control*/) {}
