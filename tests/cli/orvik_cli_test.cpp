@@ -1,0 +1,95 @@
+// End-to-end cases: orvik-cli run as a user runs it, on sheets written here.
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <sys/wait.h>
+
+namespace {
+
+struct Answer {
+  int status = -1;
+  std::string out;
+};
+
+Answer RunCli(const std::string& arguments) {
+  const std::string command = std::string(ORVIK_CLI_PATH) + " " + arguments + " 2>&1";
+  Answer answer;
+  FILE* pipe = popen(command.c_str(), "r");
+  if (pipe == nullptr) return answer;
+  std::array<char, 4096> buffer;
+  while (std::size_t got = std::fread(buffer.data(), 1, buffer.size(), pipe)) answer.out.append(buffer.data(), got);
+  const int status = pclose(pipe);
+  answer.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  return answer;
+}
+
+std::string WriteSheet(const std::string& name, const std::string& text) {
+  const auto path = std::filesystem::temp_directory_path() / ("orvik_cli_test_" + name);
+  std::ofstream(path, std::ios::binary) << text;
+  return path.string();
+}
+
+TEST(OrvikCliTest, SelectPrintsTheResolvedBlockAndItsValues) {
+  const std::string sheet = WriteSheet("grid.csv", "1,10,100\r\n2,20,200\r\n3,30,300\r\n4,40,400\r\n");
+  const Answer answer = RunCli("select --sheet " + sheet + " --select C2:A1 --format json");
+  EXPECT_EQ(answer.status, 0);
+  EXPECT_EQ(answer.out,
+            R"({"outcome":"completed","messages":[],"selection":{"firstColumn":3,"lastColumn":1,"firstRow":2,)"
+            R"("lastRow":1,"columnStep":-1,"rowStep":-1,"values":[200,100,20,10,2,1],"count":6}})"
+            "\n");
+}
+
+TEST(OrvikCliTest, SelectShowsTheCommonRefusals) {
+  const std::string mixed = WriteSheet("mixed.tsv", "12\n\nabc\n7.5e1\n");
+  const Answer answer = RunCli("select --sheet " + mixed + " --select A:A --format json");
+  EXPECT_EQ(answer.out,
+            R"({"outcome":"refused","messages":[{"title":"Confirmation Data","text":"All data are not enough to )"
+            R"(analysis","icon":"exclamation","buttons":"ok"}],"selection":{"firstColumn":1,"lastColumn":1,)"
+            R"("firstRow":1,"lastRow":4,"columnStep":1,"rowStep":1,"values":[12,75],"count":2}})"
+            "\n");
+  const Answer unresolved = RunCli("select --sheet " + mixed + " --format json");
+  EXPECT_NE(unresolved.out.find(R"("text":"Please, select valid data")"), std::string::npos);
+  EXPECT_NE(unresolved.out.find(R"("selection":null)"), std::string::npos);
+}
+
+TEST(OrvikCliTest, UsageErrorsExitWithTwoAndSayWhatWasWrong) {
+  const std::string sheet = WriteSheet("small.csv", "1\n2\n3\n");
+  const struct {
+    std::string arguments;
+    std::string says;
+  } cases[] = {
+      {"run mnuNoSuchKey --sheet " + sheet, "unknown tool key: mnuNoSuchKey"},
+      {"run mnuCut --sheet " + sheet, "mnuCut works on the windows of the application"},
+      {"select --sheet " + sheet + " --select A1:??", "bad range: A1:??"},
+      {"select --sheet /nonexistent.csv --select A1", "cannot read /nonexistent.csv"},
+      {"select --sheet " + sheet + " --format xml", "--format takes json or text"},
+      {"calc NoSuchFunction 1", "unknown function: NoSuchFunction"},
+      {"calc Round 1", "Round takes 2 arguments"},
+      {"calc Round x 1", "not a number: x"},
+      {"frobnicate", "unknown command: frobnicate"},
+  };
+  for (const auto& c : cases) {
+    const Answer answer = RunCli(c.arguments);
+    EXPECT_EQ(answer.status, 2) << c.arguments;
+    EXPECT_NE(answer.out.find(c.says), std::string::npos) << c.arguments << " said: " << answer.out;
+  }
+}
+
+TEST(OrvikCliTest, CalcPrintsSeventeenSignificantDigits) {
+  const Answer answer = RunCli("calc Round 2.675 2");
+  EXPECT_EQ(answer.status, 0);
+  EXPECT_EQ(answer.out, "2.6800000000000002\n");
+}
+
+TEST(OrvikCliTest, HelpDocumentsEveryCommand) {
+  const Answer answer = RunCli("--help");
+  EXPECT_EQ(answer.status, 0);
+  for (const char* word : {"run KEY", "select --sheet", "calc FUNCTION", "dialogs", "Exit status"})
+    EXPECT_NE(answer.out.find(word), std::string::npos) << word;
+}
+
+}  // namespace
