@@ -1,11 +1,13 @@
 #include "shell/analysis_input.h"
 
+#include <cstdlib>
+
 namespace orvik::shell {
 
 using worksheet::CellPolicy;
 
-bool ResolveDataBlock(Host& host) {
-  if (auto refusal = worksheet::ResolveBlock(host.ActiveWorksheet(), host.CurrentSelection())) {
+bool ResolveDataBlock(Host& host, const std::string& no_block_text) {
+  if (auto refusal = worksheet::ResolveBlock(host.ActiveWorksheet(), host.CurrentSelection(), no_block_text)) {
     host.Refuse(*refusal);
     return false;
   }
@@ -42,16 +44,30 @@ std::optional<worksheet::RunningFigures> ReadCheckedSelection(Host& host) {
   return figures;
 }
 
-bool RequireColumnSpan(Host& host, long columns, const std::string& refusal_text) {
+namespace {
+
+long MeasuredColumnSpan(Host& host) {
   const worksheet::Worksheet* sheet = host.ActiveWorksheet();
-  if (sheet != nullptr && worksheet::SelectedColumnSpan(sheet->Selection) == columns) return true;
+  if (sheet == nullptr) return 0;
+  const worksheet::GridSelection& sel = sheet->Selection;
+  if (sel.SelBlockCol == -1 && sel.SelBlockCol2 == -1) {
+    const worksheet::DataSelection& resolved = host.CurrentSelection();
+    return std::labs(resolved.lastColumn - resolved.firstColumn) + 1;
+  }
+  return worksheet::SelectedColumnSpan(sel);
+}
+
+}  // namespace
+
+bool RequireColumnSpan(Host& host, long columns, const std::string& refusal_text) {
+  if (MeasuredColumnSpan(host) == columns) return true;
   host.Refuse(refusal_text);
   return false;
 }
 
 bool RequireAtMostColumns(Host& host, long columns, const std::string& refusal_text) {
-  const worksheet::Worksheet* sheet = host.ActiveWorksheet();
-  if (sheet != nullptr && worksheet::SelectedColumnSpan(sheet->Selection) <= columns) return true;
+  const long span = MeasuredColumnSpan(host);
+  if (span >= 1 && span <= columns) return true;
   host.Refuse(refusal_text);
   return false;
 }

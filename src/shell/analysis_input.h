@@ -13,7 +13,8 @@ namespace orvik::shell {
 // then stops at once, writing nothing to the log and opening no window.
 
 // Resolves the active worksheet's block into host.CurrentSelection().
-bool ResolveDataBlock(Host& host);
+// `no_block_text` is the refusal when no block is selected.
+bool ResolveDataBlock(Host& host, const std::string& no_block_text = worksheet::messages::kSelectValidData);
 
 // Reads the numbers of host.CurrentSelection() under `policy`. An improper
 // (empty or non-numeric) cell in the block makes CountAsZero and
@@ -29,7 +30,12 @@ std::optional<worksheet::RunningFigures> CollectNumericCells(
 std::optional<worksheet::RunningFigures> ReadCheckedSelection(Host& host);
 
 // The block-shape checks: the user's block must span exactly `columns`
-// columns, or at most `columns`; otherwise `refusal_text` is shown.
+// columns, or at most `columns`; otherwise `refusal_text` is shown. The span
+// is measured on the user's drag (SelBlockCol to SelBlockCol2). Whole rows
+// and the whole sheet carry no columns of their own (-1), so there the
+// resolved block's columns (1 to DataColCnt) are measured instead: selecting
+// the whole sheet of a two-column table is a two-column selection. Call
+// them after ResolveDataBlock.
 bool RequireColumnSpan(Host& host, long columns, const std::string& refusal_text);
 bool RequireAtMostColumns(Host& host, long columns,
                           const std::string& refusal_text = worksheet::messages::kExceedColumns);

@@ -1,5 +1,9 @@
 #include "shell/tool_dispatch.h"
 
+#include "analyses/descriptive_statistics.h"
+#include "capability/box_plot.h"
+#include "capability/pareto_chart.h"
+
 namespace orvik::shell {
 
 namespace {
@@ -55,8 +59,8 @@ const std::vector<ToolCommand>& ToolCommands() {
       {"mnuArrangeIcons", "mnuWindow", "", "&Arrange Icons", W},
       {"mnuHistogram", "mnuGraph", "", "&Histogram", C},
       {"mnuDotplot", "mnuGraph", "", "&Scatterplot", C},
-      {"mnuPareto", "mnuGraph", "", "&Pareto Chart", C},
-      {"mnuBoxPlot", "mnuGraph", "", "&Box-plot", C},
+      {"mnuPareto", "mnuGraph", "", "&Pareto Chart", C, capability::ParetoSelection},
+      {"mnuBoxPlot", "mnuGraph", "", "&Box-plot", C, capability::BoxPlotView},
       {"mnuDotGraphPlot", "mnuGraph", "", "&Connected Line Graph", C},
       {"mnuBarGraph", "mnuGraph", "", "B&ar Chart", C},
       {"mnuPie", "mnuGraph", "", "P&ie Chart", C},
@@ -64,7 +68,7 @@ const std::vector<ToolCommand>& ToolCommands() {
       {"mnuDistribution", "mnuGraph", "", "&Distribution Plot", C},
       {"mnuRun", "mnuAnalysis", "", "&Run Chart", C},
       {"mnuPCR", "mnuAnalysis", "", "Process &Capability Analysis", C},
-      {"mnuBasicStat", "mnuAnalysis", "", "&Descriptive Statistics", C},
+      {"mnuBasicStat", "mnuAnalysis", "", "&Descriptive Statistics", C, analyses::DescriptiveStatistics},
       {"mnuBarX-R", "mnuAnalysis", "Control Charts", "xbar-R Chart", C},
       {"mnuBarX", "mnuAnalysis", "Control Charts", "xbar Chart", C},
       {"mnuR", "mnuAnalysis", "Control Charts", "R Chart", C},

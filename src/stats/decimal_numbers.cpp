@@ -81,7 +81,7 @@ std::string FormatNumber(double x) {
 
   std::string text = d.negative ? "-" : "";
   const int count = static_cast<int>(d.digits.size());
-  if (d.exponent >= -5 && d.exponent < 15) {
+  if (d.exponent >= -7 && d.exponent < 15) {
     if (d.exponent < 0) {
       text += "0.";
       text.append(-d.exponent - 1, '0');

@@ -15,8 +15,9 @@ double Round(double x, int decimals);
 // The text a result grid shows for a number: the shortest text that reads
 // back to the value, at most 15 significant digits, no trailing zeros
 // ("2.5", "10", "1.666667", "-0.25"). Plain notation for magnitudes from
-// 1E-05 up to below 1E+15, otherwise a spreadsheet's scientific form with a
-// signed two-digit exponent ("1.5E-07", "2E+20"). Negative zero shows as
+// 1E-07 up to below 1E+15, so that values rounded to six or seven places
+// read as decimals ("0.000001"); otherwise a spreadsheet's scientific form
+// with a signed two-digit exponent ("1.5E-08", "2E+20"). Negative zero shows as
 // "0"; NaN as "NaN"; infinities as "Infinity" and "-Infinity".
 std::string FormatNumber(double x);
 

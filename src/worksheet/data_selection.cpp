@@ -7,7 +7,8 @@
 
 namespace orvik::worksheet {
 
-std::optional<std::string> ResolveBlock(const Worksheet* sheet, DataSelection& out) {
+std::optional<std::string> ResolveBlock(const Worksheet* sheet, DataSelection& out,
+                                        const std::string& no_block_text) {
   if (sheet == nullptr || (sheet->DataRowCnt() == 0 && sheet->DataColCnt() == 0))
     return messages::kSelectDataFromWorksheet;
 
@@ -17,7 +18,7 @@ std::optional<std::string> ResolveBlock(const Worksheet* sheet, DataSelection& o
   out.rowStep = sel.SelBlockRow2 >= sel.SelBlockRow ? 1 : -1;
   out.values.clear();
   out.count = 0;
-  if (!sel.IsBlockSelected) return messages::kSelectValidData;
+  if (!sel.IsBlockSelected) return no_block_text;
 
   const long rows = sheet->DataRowCnt();
   const long cols = sheet->DataColCnt();

@@ -45,6 +45,8 @@ enum class CellPolicy {
 namespace messages {
 inline constexpr const char* kSelectDataFromWorksheet = "Select data from worksheet";
 inline constexpr const char* kSelectValidData = "Please, select valid data";
+inline constexpr const char* kSelectValidDataShort = "Select valid data";
+inline constexpr const char* kInputValidData = "Please, input valid data";
 inline constexpr const char* kAllDataSame = "All data are same";
 inline constexpr const char* kNotEnoughData = "All data are not enough to analysis";
 inline constexpr const char* kChangeToZero = "If improper data or null cells then change to zero";
@@ -59,8 +61,12 @@ inline constexpr const char* kSameColumns = "Selected columns are same";
 
 // Resolves the sheet's selected block into `out` (bounds and steps; values
 // emptied). `sheet` is the active worksheet, or null when none is open.
-// Returns the refusal text instead when the block cannot be used.
-std::optional<std::string> ResolveBlock(const Worksheet* sheet, DataSelection& out);
+// Returns the refusal text instead when the block cannot be used: an empty
+// sheet gives "Select data from worksheet", a sheet without a selected block
+// `no_block_text` ("Please, select valid data" for most analyses; some use
+// their own text).
+std::optional<std::string> ResolveBlock(const Worksheet* sheet, DataSelection& out,
+                                        const std::string& no_block_text = messages::kSelectValidData);
 
 // Walks the block column by column, each column along the row step, and
 // fills `selection.values` and `selection.count` with the accepted numbers.

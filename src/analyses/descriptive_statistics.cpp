@@ -1,0 +1,113 @@
+#include "analyses/descriptive_statistics.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include "shell/analysis_input.h"
+#include "stats/decimal_numbers.h"
+#include "stats/order_statistics.h"
+
+namespace orvik::analyses {
+
+namespace {
+
+using stats::FormatNumber;
+using stats::Round;
+
+constexpr const char* kStartingLine = "Descriptive statistics analysis is starting";
+constexpr const char* kCompletedLine = "Descriptive statistics analysis is completed";
+constexpr const char* kCancelLine = "Cancel descriptive statistics analysis";
+constexpr const char* kNotEnough = "All data are not enough to descriptive statistics analysis";
+constexpr const char* kSmallSampleWarning = "Warning descriptive statistics generation";
+
+std::string Shown(double value) { return FormatNumber(Round(value, 6)); }
+std::string ShownOrStar(const std::optional<double>& value) { return value ? Shown(*value) : "*"; }
+
+}  // namespace
+
+DescriptiveSummary SummariseSample(std::span<const double> sample) {
+  DescriptiveSummary s;
+  s.n = static_cast<long>(sample.size());
+  const double n = static_cast<double>(s.n);
+
+  // The variance comes from two running sums, of the values and of their
+  // squares. Both sums are taken about the first value, which leaves the
+  // formula's result unchanged in exact arithmetic but keeps its digits when
+  // the values are large against their spread (a 1000.001 mm gauge reading
+  // would otherwise lose the variance to cancellation).
+  const double shift = sample.front();
+  double sum = 0.0, shifted_sum = 0.0, shifted_squares = 0.0;
+  for (const double x : sample) {
+    sum += x;
+    shifted_sum += x - shift;
+    shifted_squares += (x - shift) * (x - shift);
+  }
+  s.sum = sum;
+  s.mean = Round(sum / n, 12);
+  s.variance = Round(std::max(0.0, (shifted_squares - shifted_sum * shifted_sum / n) / (n - 1)), 12);
+  s.standardDeviation = Round(std::sqrt(s.variance), 12);
+  if (s.mean != 0.0) s.coefficientOfVariation = Round(100.0 * s.standardDeviation / s.mean, 10);
+
+  // Sorting orders the sample exactly as exchanging out-of-order pairs
+  // would; equal values are indistinguishable, so stability does not matter.
+  std::vector<double> sorted(sample.begin(), sample.end());
+  std::sort(sorted.begin(), sorted.end());
+  s.median = stats::SortedMedian(sorted);
+  s.minimum = sorted.front();
+  s.maximum = sorted.back();
+  s.range = s.maximum - s.minimum;
+  if (s.n >= 3) {
+    s.q1 = stats::ValueAtPosition(sorted, (n + 1) / 4);
+    s.q3 = stats::ValueAtPosition(sorted, 3 * (n + 1) / 4);
+    s.interquartileRange = *s.q3 - *s.q1;
+  }
+  return s;
+}
+
+shell::ResultTable DescriptiveTable(const DescriptiveSummary& s) {
+  shell::ResultTable table;
+  table.columns = {"Descriptive statistics", "Result"};
+  table.background = shell::kWhite;
+  table.AddRow({"N", std::to_string(s.n)});
+  table.AddRow({"Mean", Shown(s.mean)});
+  table.AddRow({"Variance", Shown(s.variance)});
+  table.AddRow({"Standard deviation", Shown(s.standardDeviation)});
+  table.AddRow({"Median", Shown(s.median)});
+  table.AddRow({"Maximum", FormatNumber(s.maximum)});  // as read from the cells
+  table.AddRow({"Minimum", FormatNumber(s.minimum)});
+  table.AddRow({"Range", Shown(s.range)});
+  table.AddRow({"Q1", ShownOrStar(s.q1)});
+  table.AddRow({"Q3", ShownOrStar(s.q3)});
+  table.AddRow({"Interquartile range(IQR)", ShownOrStar(s.interquartileRange)});
+  table.AddRow({"Coefficient of variation(CV)",
+                s.coefficientOfVariation ? Shown(*s.coefficientOfVariation) + "%" : "*"});
+  table.AddRow({"Sum", Shown(s.sum)});
+  return table;
+}
+
+void DescriptiveStatistics(shell::Host& host) {
+  if (!shell::ResolveDataBlock(host, worksheet::messages::kSelectValidDataShort)) return;
+  host.Log().AppendSessionLine(kStartingLine);
+  const auto figures = shell::CollectNumericCells(host);
+  const std::vector<double>& sample = host.CurrentSelection().values;
+  if (!figures || sample.empty()) {
+    // No number in the block: the mean cannot be formed.
+    host.Refuse(worksheet::messages::kInputValidData);
+    host.Log().AppendSessionLine(kCancelLine);
+    return;
+  }
+  if (sample.size() == 1) {
+    host.Refuse(kNotEnough);
+    return;
+  }
+  shell::ResultWindow window = shell::MakeDataChart("Descriptive statistics");
+  window.charts.clear();  // a grid of results, no chart
+  window.table = DescriptiveTable(SummariseSample(sample));
+  host.ShowResultWindow(std::move(window));
+  if (sample.size() < 3) host.Refuse(kSmallSampleWarning);
+  host.Log().AppendSessionLine(kCompletedLine);
+}
+
+}  // namespace orvik::analyses

@@ -1,0 +1,141 @@
+#include "analyses/descriptive_statistics.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "support/sheet_host.h"
+
+namespace orvik::analyses {
+namespace {
+
+using testing_support::Block;
+using testing_support::HostOver;
+using testing_support::LogLines;
+using testing_support::MessageTexts;
+using Rows = std::vector<std::vector<std::string>>;
+
+// The value column of the grid, keyed by the label column.
+std::string Cell(const shell::ResultWindow& window, const std::string& label) {
+  for (const auto& row : window.table->rows)
+    if (row.at(0) == label) return row.at(1);
+  return "<no row " + label + ">";
+}
+
+Rows Column(const std::vector<std::string>& texts) {
+  Rows rows;
+  for (const auto& text : texts) rows.push_back({text});
+  return rows;
+}
+
+TEST(DescriptiveStatisticsTest, OneToFourGivesTheTextbookSummary) {
+  auto host = HostOver(Column({"1", "2", "3", "4"}), Block(1, 1, 1, 4));
+  DescriptiveStatistics(host);
+  ASSERT_EQ(host.Windows().size(), 1u);
+  const auto& window = host.Windows()[0];
+  EXPECT_EQ(window.kind, shell::WindowKind::DataChart);
+  EXPECT_EQ(window.table->columns, (std::vector<std::string>{"Descriptive statistics", "Result"}));
+  EXPECT_EQ(window.table->background, shell::kWhite);
+  const std::vector<std::vector<std::string>> expected = {
+      {"N", "4"},        {"Mean", "2.5"},         {"Variance", "1.666667"},
+      {"Standard deviation", "1.290994"},         {"Median", "2.5"},
+      {"Maximum", "4"},  {"Minimum", "1"},        {"Range", "3"},
+      {"Q1", "1.25"},    {"Q3", "3.75"},          {"Interquartile range(IQR)", "2.5"},
+      {"Coefficient of variation(CV)", "51.639778%"}, {"Sum", "10"},
+  };
+  EXPECT_EQ(window.table->rows, expected);
+  EXPECT_TRUE(host.Messages().empty());
+  EXPECT_EQ(LogLines(host), (std::vector<std::string>{"Descriptive statistics analysis is starting",
+                                                      "Descriptive statistics analysis is completed"}));
+}
+
+TEST(DescriptiveStatisticsTest, WholePositionsReadTheQuartileValuesDirectly) {
+  auto host = HostOver(Column({"3", "1", "2"}), Block(1, 1, 1, 3));
+  DescriptiveStatistics(host);
+  const auto& window = host.Windows().at(0);
+  EXPECT_EQ(Cell(window, "Q1"), "1");
+  EXPECT_EQ(Cell(window, "Q3"), "3");
+  EXPECT_EQ(Cell(window, "Median"), "2");
+}
+
+TEST(DescriptiveStatisticsTest, MeanZeroNegativeMeanAndIdenticalValues) {
+  struct Case {
+    std::vector<std::string> values;
+    std::string cv;
+    std::string variance;
+  } cases[] = {
+      {{"-1", "0", "1"}, "*", "1"},                   // mean 0: no coefficient of variation
+      {{"-2", "-4", "-6"}, "-50%", "4"},              // a negative mean keeps the sign
+      {{"7", "7", "7", "7"}, "0%", "0"},              // no spread: all zero, not refused
+      {{"1000000.001", "1000000.002", "1000000.003"}, "0%", "0.000001"},  // large against the spread
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.values[0]);
+    auto host = HostOver(Column(c.values), Block(1, 1, 1, static_cast<long>(c.values.size())));
+    DescriptiveStatistics(host);
+    ASSERT_EQ(host.Windows().size(), 1u);
+    EXPECT_EQ(Cell(host.Windows()[0], "Coefficient of variation(CV)"), c.cv);
+    EXPECT_EQ(Cell(host.Windows()[0], "Variance"), c.variance);
+  }
+}
+
+TEST(DescriptiveStatisticsTest, PoolsEveryNumericCellOfTheBlockAndCountsOnlyThose) {
+  auto host = HostOver({{"1", "x"}, {"", "4"}, {"abc", "5"}, {"2", ""}}, Block(1, 1, 2, 4));
+  DescriptiveStatistics(host);
+  const auto& window = host.Windows().at(0);
+  EXPECT_EQ(Cell(window, "N"), "4");
+  EXPECT_EQ(Cell(window, "Sum"), "12");
+  EXPECT_EQ(Cell(window, "Maximum"), "5");
+}
+
+TEST(DescriptiveStatisticsTest, SmallSamplesAreRefusedOrWarnedAbout) {
+  auto one = HostOver(Column({"5", "text"}), Block(1, 1, 1, 2));
+  DescriptiveStatistics(one);
+  EXPECT_TRUE(one.Windows().empty());
+  EXPECT_EQ(MessageTexts(one), (std::vector<std::string>{"All data are not enough to descriptive statistics analysis"}));
+  EXPECT_EQ(LogLines(one), (std::vector<std::string>{"Descriptive statistics analysis is starting"}));
+
+  auto two = HostOver(Column({"5", "6"}), Block(1, 1, 1, 2));
+  DescriptiveStatistics(two);
+  ASSERT_EQ(two.Windows().size(), 1u);  // shown first, then the warning
+  EXPECT_EQ(Cell(two.Windows()[0], "Q1"), "*");
+  EXPECT_EQ(Cell(two.Windows()[0], "Interquartile range(IQR)"), "*");
+  EXPECT_EQ(MessageTexts(two), (std::vector<std::string>{"Warning descriptive statistics generation"}));
+  EXPECT_EQ(LogLines(two).back(), "Descriptive statistics analysis is completed");
+
+  auto none = HostOver(Column({"a", "b"}), Block(1, 1, 1, 2));
+  DescriptiveStatistics(none);
+  EXPECT_EQ(MessageTexts(none), (std::vector<std::string>{"Please, input valid data"}));
+  EXPECT_EQ(LogLines(none), (std::vector<std::string>{"Descriptive statistics analysis is starting",
+                                                       "Cancel descriptive statistics analysis"}));
+}
+
+TEST(DescriptiveStatisticsTest, SelectionRefusalsWriteNothing) {
+  auto no_block = HostOver(Column({"1", "2", "3"}), {});
+  DescriptiveStatistics(no_block);
+  EXPECT_EQ(MessageTexts(no_block), (std::vector<std::string>{"Select valid data"}));
+  auto empty = HostOver({}, Block(1, 1, 1, 3));
+  DescriptiveStatistics(empty);
+  EXPECT_EQ(MessageTexts(empty), (std::vector<std::string>{"Select data from worksheet"}));
+  EXPECT_TRUE(LogLines(no_block).empty());
+  EXPECT_TRUE(LogLines(empty).empty());
+}
+
+TEST(SummariseSampleTest, MatchesTwoPassFiguresOnAMillionValues) {
+  std::vector<double> sample;
+  for (long long i = 0; i < 1000000; ++i) sample.push_back(25.0 + static_cast<double>((i * 7919) % 1000) * 0.001);
+  const DescriptiveSummary s = SummariseSample(sample);
+  double mean = 0;
+  for (const double x : sample) mean += x;
+  mean /= static_cast<double>(sample.size());
+  double squares = 0;
+  for (const double x : sample) squares += (x - mean) * (x - mean);
+  EXPECT_NEAR(s.mean, mean, 1e-11);
+  EXPECT_NEAR(s.variance, squares / (sample.size() - 1), 1e-11);
+  EXPECT_EQ(s.minimum, 25.0);
+  EXPECT_NEAR(s.maximum, 25.999, 1e-12);
+}
+
+}  // namespace
+}  // namespace orvik::analyses
