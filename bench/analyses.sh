@@ -6,7 +6,7 @@ cd "$(dirname "$0")/.."
 rows="${1:-1000000}"
 cmake -S . -B build -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
 cmake --build build --target orvik_bench_command >/dev/null
-for key in mnuBasicStat mnuBoxPlot; do
+for key in mnuBasicStat mnuBoxPlot mnuHistogram; do
   taskset -c 0 build/bin/orvik_bench_command "$key" "$rows" 1
 done
 taskset -c 0 build/bin/orvik_bench_command mnuBoxPlot "$((rows / 10))" 10

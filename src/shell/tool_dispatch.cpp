@@ -2,6 +2,7 @@
 
 #include "analyses/descriptive_statistics.h"
 #include "capability/box_plot.h"
+#include "capability/histogram.h"
 #include "capability/pareto_chart.h"
 
 namespace orvik::shell {
@@ -57,7 +58,7 @@ const std::vector<ToolCommand>& ToolCommands() {
       {"mnuTileV", "mnuWindow", "", "Tile &Vertically", W},
       {"mnuCascade", "mnuWindow", "", "&Cascade", W},
       {"mnuArrangeIcons", "mnuWindow", "", "&Arrange Icons", W},
-      {"mnuHistogram", "mnuGraph", "", "&Histogram", C},
+      {"mnuHistogram", "mnuGraph", "", "&Histogram", C, capability::HistogramView},
       {"mnuDotplot", "mnuGraph", "", "&Scatterplot", C},
       {"mnuPareto", "mnuGraph", "", "&Pareto Chart", C, capability::ParetoSelection},
       {"mnuBoxPlot", "mnuGraph", "", "&Box-plot", C, capability::BoxPlotView},

@@ -1,5 +1,6 @@
 #include "stats/decimal_numbers.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
@@ -70,6 +71,12 @@ double Round(double x, int decimals) {
   // The kept digits are an integer count of units of 10^-decimals.
   const double magnitude = ParseDouble(kept + "e" + std::to_string(-decimals));
   return d.negative ? -magnitude : magnitude;
+}
+
+int DecimalPlaces(double x) {
+  if (!std::isfinite(x) || x == 0.0) return 0;
+  const DecimalDigits d = ToDecimalDigits(x);
+  return std::max(0, static_cast<int>(d.digits.size()) - 1 - d.exponent);
 }
 
 std::string FormatNumber(double x) {

@@ -12,6 +12,10 @@ namespace orvik::stats {
 // Round(-1.5, 0) = -2. NaN and infinities come back unchanged.
 double Round(double x, int decimals);
 
+// The number of decimal places of the shortest decimal text of `x`:
+// 2 for 3.25, 0 for 1200, 9 for 1.5E-09; 0 for zero and non-finite values.
+int DecimalPlaces(double x);
+
 // The text a result grid shows for a number: the shortest text that reads
 // back to the value, at most 15 significant digits, no trailing zeros
 // ("2.5", "10", "1.666667", "-0.25"). Plain notation for magnitudes from

@@ -1,0 +1,145 @@
+#include "capability/histogram.h"
+
+#include <gtest/gtest.h>
+
+#include <numeric>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "stats/decimal_numbers.h"
+#include "support/sheet_host.h"
+
+namespace orvik::capability {
+namespace {
+
+using testing_support::Block;
+using testing_support::HostOver;
+using testing_support::LogLines;
+using testing_support::MessageTexts;
+
+HistogramClasses ClassesOf(const std::vector<double>& values) {
+  return MakeHistogramClasses(values, *std::min_element(values.begin(), values.end()),
+                              *std::max_element(values.begin(), values.end()));
+}
+
+TEST(HistogramClassCountTest, TwiceTheCubeRootOfTwoNRoundedAfterAddingOneHalf) {
+  const struct {
+    long n, k;
+  } cases[] = {{3, 4}, {10, 6}, {100, 12}, {4, 4}, {32, 8}, {7812, 50}, {7813, 51}, {10000, 55}, {1000000, 252}};
+  for (const auto& c : cases) EXPECT_EQ(HistogramClassCount(c.n), c.k) << c.n;
+}
+
+TEST(HistogramDecimalsTest, DependOnTheSignAndTheDecimalsOfTheMinimum) {
+  const struct {
+    double minimum;
+    int p;
+  } cases[] = {{3.25, 3}, {-3.25, 2}, {10, 1}, {-10, 1}, {0.5, 2}, {-0.5, 2}, {-0.25, 3},
+               {24.988, 4}, {-24.988, 3}, {0, 1}, {123456.7, 2}};
+  for (const auto& c : cases) EXPECT_EQ(HistogramDecimals(c.minimum), c.p) << c.minimum;
+}
+
+TEST(HistogramClassesTest, IntegerDataFromTenToTwenty) {
+  const HistogramClasses classes = ClassesOf({10, 12, 13, 14, 15, 16, 17, 18, 19, 20});
+  EXPECT_EQ(classes.classCount(), 6);
+  EXPECT_EQ(classes.decimals, 1);
+  EXPECT_EQ(classes.width, 2);
+  EXPECT_EQ(classes.lowerLimits, (std::vector<double>{9, 11, 13, 15, 17, 19}));
+  // 13, 15, 17 and 19 sit on a lower limit and belong to that class.
+  EXPECT_EQ(classes.frequencies, (std::vector<long>{1, 1, 2, 2, 2, 2}));
+}
+
+TEST(HistogramClassesTest, AValueOnAShownLimitFallsInTheNextClassDespiteBinaryNoise) {
+  // Limits formed by adding 0.1-multiples are inexact in binary; every value
+  // that equals a shown limit must still open its class.
+  std::vector<double> values;
+  for (int i = 0; i <= 40; ++i) values.push_back(stats::Round(24.99 + 0.001 * i, 3));
+  const HistogramClasses classes = ClassesOf(values);
+  for (long i = 0; i < classes.classCount(); ++i)
+    for (const double x : values)
+      if (x == classes.lowerLimits[i]) {
+        long cls = 0;
+        while (cls + 1 < classes.classCount() && x >= classes.lowerLimits[cls + 1]) ++cls;
+        EXPECT_EQ(cls, i) << x;
+      }
+  EXPECT_EQ(std::accumulate(classes.frequencies.begin(), classes.frequencies.end(), 0L), 41);
+}
+
+TEST(HistogramClassesTest, TheLastClassTakesAValueOnItsUpperLimit) {
+  // 0, 1, 2: k = 4, h = Round(2 / 3, 1) = 0.7, classes from -0.4 by 0.7
+  // up to 2.4. Adding 2.4 itself to the values must not lose it.
+  const HistogramClasses classes = ClassesOf({0, 1, 2});
+  EXPECT_EQ(classes.classCount(), 4);
+  EXPECT_EQ(classes.width, 0.7);
+  EXPECT_EQ(classes.lowerLimits, (std::vector<double>{-0.4, 0.3, 1.0, 1.7}));
+  EXPECT_EQ(classes.lastUpperLimit, 2.4);
+  EXPECT_EQ(classes.frequencies, (std::vector<long>{1, 0, 1, 1}));
+  const HistogramClasses with_top = MakeHistogramClasses(std::vector<double>{0, 1, 2, 2.4}, 0, 2);
+  EXPECT_EQ(with_top.frequencies, (std::vector<long>{1, 0, 1, 2}));
+}
+
+TEST(HistogramClassesTest, CountsLikeTheClassTestOnLargeSamples) {
+  std::mt19937_64 random(7);
+  std::normal_distribution<double> normal(50, 3);
+  for (const long n : {100L, 10000L, 1000000L}) {
+    std::vector<double> values;
+    for (long i = 0; i < n; ++i) values.push_back(std::round(normal(random) * 1000) / 1000);
+    const HistogramClasses classes = ClassesOf(values);
+    EXPECT_EQ(classes.classCount(), HistogramClassCount(n));
+    std::vector<long> expected(classes.classCount(), 0);
+    for (const double x : values)
+      for (long i = 0; i < classes.classCount(); ++i)
+        if (classes.lowerLimits[i] <= x && (x < classes.upperLimit(i) || i + 1 == classes.classCount())) {
+          ++expected[i];
+          break;
+        }
+    EXPECT_EQ(classes.frequencies, expected) << n;
+    EXPECT_EQ(std::accumulate(expected.begin(), expected.end(), 0L), n) << n;
+  }
+}
+
+TEST(HistogramViewTest, ThreeValuesGiveFourClassesAndTheEightColumnTable) {
+  auto host = HostOver({{"1"}, {"2"}, {"4"}}, Block(1, 1, 1, 3));
+  HistogramView(host);
+  ASSERT_EQ(host.Windows().size(), 1u);
+  const auto& table = *host.Windows()[0].table;
+  EXPECT_EQ(table.columns,
+            (std::vector<std::string>{"No.", "Lower class limit", "Upper class limit", "Center", "Frequency",
+                                      "Relative frequency", "Cumulative frequency", "Cumulative relative frequency"}));
+  // min 1: p = 1, h = Round(3 / 3, 1) = 1, first lower limit 1 - Round((4 - 3) / 2, 1) = 0.5.
+  EXPECT_EQ(table.rows, (std::vector<std::vector<std::string>>{
+                            {"1", "0.5", "1.5", "1", "1", "0.333333", "1", "0.333333"},
+                            {"2", "1.5", "2.5", "2", "1", "0.333333", "2", "0.666667"},
+                            {"3", "2.5", "3.5", "3", "0", "0", "2", "0.666667"},
+                            {"4", "3.5", "4.5", "4", "1", "0.333333", "3", "1"},
+                        }));
+  const auto& bars = host.Windows()[0].charts.at(0).series.at(0);
+  EXPECT_EQ(bars.x, (std::vector<double>{1, 2, 3, 4}));
+  EXPECT_EQ(bars.y, (std::vector<double>{1, 1, 0, 1}));
+  EXPECT_EQ(LogLines(host), (std::vector<std::string>{"Histogram generation is starting",
+                                                      "Histogram generation is completed"}));
+}
+
+TEST(HistogramViewTest, RefusalsComeBeforeAnyLogLine) {
+  const struct {
+    std::vector<std::vector<std::string>> rows;
+    worksheet::GridSelection selection;
+    std::string message;
+  } cases[] = {
+      {{}, Block(1, 1, 1, 3), "Select data from worksheet"},
+      {{{"1"}, {"2"}, {"3"}}, {}, "Select data from worksheet"},
+      {{{"4"}, {"4"}, {"4"}, {"4"}}, Block(1, 1, 1, 4), "All data are same"},
+      {{{"4"}, {"5"}}, Block(1, 1, 1, 2), "All data are not enough to analysis"},
+      {{{"-2"}, {"1"}, {"1"}}, Block(1, 1, 1, 3), "Please, select valid data"},
+  };
+  for (const auto& c : cases) {
+    auto host = HostOver(c.rows, c.selection);
+    HistogramView(host);
+    EXPECT_TRUE(host.Windows().empty());
+    EXPECT_EQ(MessageTexts(host), std::vector<std::string>{c.message});
+    EXPECT_TRUE(LogLines(host).empty());
+  }
+}
+
+}  // namespace
+}  // namespace orvik::capability
