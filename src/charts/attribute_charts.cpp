@@ -41,7 +41,6 @@ bool ReadCounts(shell::Host& host, const std::string& name, const char* one_colu
 class PnSubForm : public shell::DialogModel {
  public:
   PnSubForm() : shell::DialogModel("PnSubForm", "Sample Size") {
-    AddLabel("PnLabel", "Sample size (n)");
     AddTextBox("Pntxt");
     AddCommandButton("PnOk", "OK");
     AddCommandButton("PnCancle", "Cancel");

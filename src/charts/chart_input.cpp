@@ -28,9 +28,7 @@ std::optional<Subgroups> ReadSubgroups(const worksheet::Worksheet& sheet, const 
 }
 
 SubgroupSelection::SubgroupSelection() : shell::DialogModel("Selection", "Subgroup Selection") {
-  AddLabel("FirstColLabel", "First column of the subgroups");
   AddTextBox("FirstColtxt");
-  AddLabel("LastColLabel", "Last column of the subgroups");
   AddTextBox("LastColtxt");
   AddCommandButton("CmdOk", "OK");
   AddCommandButton("CmdCancel", "Cancel");
