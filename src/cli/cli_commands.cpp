@@ -120,7 +120,7 @@ int RunCommand(const std::vector<std::string>& args) {
   CliHost host(LoadSheet(line), line.settings, line.cancelled_dialogs);
   RunRecord record;
   try {
-    command->run(host);
+    if (RunDialogsBeforeCommand(host, line.settings)) command->run(host);
     if (host.AnyDialogCancelled()) record.outcome = "cancelled";
     else if (host.Windows().empty() && !host.Messages().empty()) record.outcome = "refused";
     else record.outcome = "completed";

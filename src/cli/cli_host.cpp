@@ -2,6 +2,8 @@
 
 #include <stdexcept>
 
+#include "shell/tool_dispatch.h"
+
 namespace orvik::cli {
 
 CliHost::CliHost(worksheet::Worksheet sheet, std::vector<DialogSetting> settings,
@@ -25,6 +27,18 @@ shell::DialogOutcome CliHost::RunDialog(shell::DialogModel& dialog) {
 }
 
 void CliHost::ShowResultWindow(shell::ResultWindow window) { windows_.push_back(std::move(window)); }
+
+bool RunDialogsBeforeCommand(CliHost& host, const std::vector<DialogSetting>& settings) {
+  std::set<std::string> done;
+  for (const auto& setting : settings) {
+    if (!done.insert(setting.dialog).second) continue;
+    const shell::DialogEntry* entry = shell::FindDialog(setting.dialog);
+    if (entry == nullptr || !entry->opensBeforeCommand) continue;
+    const auto dialog = entry->make();
+    if (host.RunDialog(*dialog) != shell::DialogOutcome::Accepted) return false;
+  }
+  return true;
+}
 
 void ApplyDialogSetting(shell::DialogModel& dialog, const DialogSetting& setting) {
   const shell::DialogControl& control = dialog.Control(setting.control);

@@ -40,6 +40,14 @@ class CliHost : public shell::Host {
   bool any_dialog_cancelled_ = false;
 };
 
+// Runs, before the command, every dialog named in `settings` that sets
+// program-wide options rather than being opened by a command (the catalog
+// marks them opensBeforeCommand), each once in the order first named: its
+// settings, then OK, as if the user had used it earlier in the session.
+// Returns false when one of them was refused and given up; the command is
+// then not run.
+bool RunDialogsBeforeCommand(CliHost& host, const std::vector<DialogSetting>& settings);
+
 // Applies one setting to an open dialog as the user's input would: a text
 // box is typed into and left, an option button or check box takes 1 or 0.
 // Throws std::invalid_argument for a value a control cannot take.

@@ -19,14 +19,14 @@ ChartSeries& ResultWindow::Chart(const std::string& name) {
 }
 
 ResultWindow MakeControlForm(std::string title, bool two_charts) {
-  ResultWindow window{WindowKind::ControlForm, std::move(title), {}, ResultTable{}};
+  ResultWindow window{WindowKind::ControlForm, std::move(title), {}, ResultTable{}, {}};
   window.charts.emplace_back().name = "ChartOne";
   if (two_charts) window.charts.emplace_back().name = "ChartTwo";
   return window;
 }
 
 ResultWindow MakeDataChart(std::string title) {
-  ResultWindow window{WindowKind::DataChart, std::move(title), {}, ResultTable{}};
+  ResultWindow window{WindowKind::DataChart, std::move(title), {}, ResultTable{}, {}};
   window.charts.emplace_back().name = "DataChartView";
   return window;
 }

@@ -22,6 +22,9 @@ struct ResultWindow {
   std::string title;
   std::vector<ChartSeries> charts;
   std::optional<ResultTable> table;  // DataView
+  // The tool key of the command that made the window ("mnuBarX-R"), so the
+  // window can offer the given-limits dialog and run the command again.
+  std::string commandKey;
 
   ChartSeries& Chart(const std::string& name);
 };

@@ -4,6 +4,9 @@
 #include "capability/box_plot.h"
 #include "capability/histogram.h"
 #include "capability/pareto_chart.h"
+#include "charts/chart_input.h"
+#include "charts/control_charts.h"
+#include "charts/given_limits_dialog.h"
 
 namespace orvik::shell {
 
@@ -70,16 +73,16 @@ const std::vector<ToolCommand>& ToolCommands() {
       {"mnuRun", "mnuAnalysis", "", "&Run Chart", C},
       {"mnuPCR", "mnuAnalysis", "", "Process &Capability Analysis", C},
       {"mnuBasicStat", "mnuAnalysis", "", "&Descriptive Statistics", C, analyses::DescriptiveStatistics},
-      {"mnuBarX-R", "mnuAnalysis", "Control Charts", "xbar-R Chart", C},
-      {"mnuBarX", "mnuAnalysis", "Control Charts", "xbar Chart", C},
-      {"mnuR", "mnuAnalysis", "Control Charts", "R Chart", C},
-      {"mnuBarXS", "mnuAnalysis", "Control Charts", "xbar-s Chart", C},
-      {"mnuS", "mnuAnalysis", "Control Charts", "s Chart", C},
-      {"mnuX-Rs", "mnuAnalysis", "Control Charts", "x-MR Chart", C},
-      {"mnuMR", "mnuAnalysis", "Control Charts", "MR Chart", C},
+      {"mnuBarX-R", "mnuAnalysis", "Control Charts", "xbar-R Chart", C, charts::XbarRView},
+      {"mnuBarX", "mnuAnalysis", "Control Charts", "xbar Chart", C, charts::XbarView},
+      {"mnuR", "mnuAnalysis", "Control Charts", "R Chart", C, charts::RView},
+      {"mnuBarXS", "mnuAnalysis", "Control Charts", "xbar-s Chart", C, charts::XbarSView},
+      {"mnuS", "mnuAnalysis", "Control Charts", "s Chart", C, charts::SView},
+      {"mnuX-Rs", "mnuAnalysis", "Control Charts", "x-MR Chart", C, charts::XMRView},
+      {"mnuMR", "mnuAnalysis", "Control Charts", "MR Chart", C, charts::MRView},
       {"mnuP", "mnuAnalysis", "Control Charts", "p Chart", C},
-      {"mnuPn", "mnuAnalysis", "Control Charts", "np Chart", C},
-      {"mnuC", "mnuAnalysis", "Control Charts", "c Chart", C},
+      {"mnuPn", "mnuAnalysis", "Control Charts", "np Chart", C, charts::PnView},
+      {"mnuC", "mnuAnalysis", "Control Charts", "c Chart", C, charts::CView},
       {"mnuU", "mnuAnalysis", "Control Charts", "u Chart", C},
       {"mnuCUSUM", "mnuAnalysis", "Control Charts", "CUSUM Chart", C},
       {"mnuEWMA", "mnuAnalysis", "Control Charts", "EWMA Chart", C},
@@ -126,7 +129,12 @@ const ToolCommand* FindToolCommand(std::string_view key) {
 }
 
 const std::vector<DialogEntry>& DialogCatalog() {
-  static const std::vector<DialogEntry> catalog = {};
+  static const std::vector<DialogEntry> catalog = {
+      {"ControlLimit", charts::MakeControlLimit, true},
+      {"ControlTwoLimit", charts::MakeControlTwoLimit, true},
+      {"Selection", charts::MakeSubgroupSelection},
+      {"PnSubForm", charts::MakePnSubForm},
+  };
   return catalog;
 }
 

@@ -42,6 +42,10 @@ const ToolCommand* FindToolCommand(std::string_view key);
 struct DialogEntry {
   std::string_view name;
   std::unique_ptr<DialogModel> (*make)();
+  // A dialog that sets program-wide options for later commands (the
+  // given control limits) rather than being opened by one command. A
+  // headless run given its settings applies it before the command runs.
+  bool opensBeforeCommand = false;
 };
 const std::vector<DialogEntry>& DialogCatalog();
 const DialogEntry* FindDialog(std::string_view name);

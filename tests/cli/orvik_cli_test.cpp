@@ -93,3 +93,43 @@ TEST(OrvikCliTest, HelpDocumentsEveryCommand) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST(OrvikCliChartsTest, GivenLimitsAreSetBeforeTheChartRuns) {
+  const std::string sheet = WriteSheet("counts.csv", "2\n4\n6\n4\n");
+  const Answer answer = RunCli("run mnuC --sheet " + sheet +
+                               " --select A1:A4 --format json --set ControlLimit.ControlOpt=1"
+                               " --set ControlLimit.UCLtxt=5 --set ControlLimit.CLtxt=4 --set ControlLimit.LCLtxt=3");
+  EXPECT_EQ(answer.status, 0);
+  EXPECT_NE(answer.out.find(R"("outcome":"completed")"), std::string::npos) << answer.out;
+  EXPECT_NE(answer.out.find(R"(["2","5","4","3","* "])"), std::string::npos) << answer.out;
+  EXPECT_NE(answer.out.find(R"("label":"UCL= 5")"), std::string::npos);
+}
+
+TEST(OrvikCliChartsTest, RefusedGivenLimitsCancelTheRunBeforeTheChart) {
+  const std::string sheet = WriteSheet("counts2.csv", "2\n4\n6\n4\n");
+  const Answer answer = RunCli("run mnuC --sheet " + sheet +
+                               " --select A1:A4 --format json --set ControlLimit.ControlOpt=1"
+                               " --set ControlLimit.UCLtxt=5 --set ControlLimit.CLtxt=0 --set ControlLimit.LCLtxt=-3");
+  EXPECT_EQ(answer.out,
+            R"({"outcome":"cancelled","messages":[{"title":"Confirmation Data","text":"Include improper data or null )"
+            R"(cells","icon":"exclamation","buttons":"ok"}],"log":"Welcome to Orvik 2.0","windows":[]})"
+            "\n");
+}
+
+TEST(OrvikCliChartsTest, SubgroupSizeElevenEndsAsFailed) {
+  std::string rows;
+  for (int r = 0; r < 3; ++r) {
+    for (int c = 0; c < 11; ++c) rows += std::to_string(r + c) + (c < 10 ? "," : "\n");
+  }
+  const std::string sheet = WriteSheet("eleven.csv", rows);
+  const Answer answer = RunCli("run mnuBarX-R --sheet " + sheet + " --select A1:K3 --format json");
+  EXPECT_EQ(answer.out,
+            R"({"outcome":"failed","messages":[{"title":"Confirmation Data","text":"Fail xbar-R control chart )"
+            R"(generation","icon":"exclamation","buttons":"ok"}],"log":"Welcome to Orvik 2.0\r\nxbar-R control chart )"
+            R"(generation is starting\r\nCancel xbar-R control chart generation","windows":[]})"
+            "\n");
+}
+
+}  // namespace

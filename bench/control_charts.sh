@@ -1,0 +1,11 @@
+#!/usr/bin/env bash
+# Control chart benchmark: the run rules on 1,000,000 points, and the whole
+# x-MR (1,000,000 individual values) and xbar-R (200,000 subgroups of 5)
+# commands from the selected block to the finished result window.
+# Target: the rules well under a second; each command within a few seconds.
+# Usage: bench/control_charts.sh [VALUES]   (default 1000000)
+set -euo pipefail
+cd "$(dirname "$0")/.."
+cmake -S . -B build -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
+cmake --build build --target orvik_bench_control_charts >/dev/null
+taskset -c 0 build/bin/orvik_bench_control_charts "${1:-1000000}"

@@ -1,0 +1,106 @@
+// The c and np control charts: one column of counts, one sample per row.
+#include <algorithm>
+#include <string>
+
+#include "charts/chart_limits.h"
+#include "charts/control_charts.h"
+#include "charts/control_form.h"
+#include "shell/analysis_input.h"
+#include "worksheet/cell_number.h"
+
+namespace orvik::charts {
+
+namespace {
+
+constexpr const char* kInputValidData = "Please, input valid data";
+
+// The block must be one column: the user's block may not span columns, and
+// a whole-sheet or whole-row selection passes only when the data it
+// resolves to is one column.
+bool RequireOneColumn(shell::Host& host, const char* refusal_text) {
+  const worksheet::Worksheet* sheet = host.ActiveWorksheet();
+  const worksheet::DataSelection& selection = host.CurrentSelection();
+  if (sheet != nullptr && worksheet::SelectedColumnSpan(sheet->Selection) == 1 &&
+      selection.firstColumn == selection.lastColumn)
+    return true;
+  host.Refuse(refusal_text);
+  return false;
+}
+
+// The steps both charts begin with: the block, the one-column check, the
+// starting line, then every cell of the column must be a number.
+bool ReadCounts(shell::Host& host, const std::string& name, const char* one_column_text, std::vector<double>& out) {
+  if (!shell::ResolveDataBlock(host)) return false;
+  if (!RequireOneColumn(host, one_column_text)) return false;
+  host.Log().AppendSessionLine(StartingLine(name));
+  if (!shell::CollectNumericCells(host, worksheet::CellPolicy::Refuse, kInputValidData)) return false;
+  out = host.CurrentSelection().values;
+  return !out.empty();
+}
+
+class PnSubForm : public shell::DialogModel {
+ public:
+  PnSubForm() : shell::DialogModel("PnSubForm", "Sample Size") {
+    AddTextBox("Pntxt");
+    AddCommandButton("PnOk", "OK");
+    AddCommandButton("PnCancle", "Cancel");
+  }
+
+ protected:
+  bool OnOk(shell::Host& host) override {
+    // Text that is not a number reads as 0. A negative size is refused with
+    // it too: no sample holds fewer than no units.
+    const double n = worksheet::ParseCellNumber(Control("Pntxt").text).value_or(0.0);
+    if (n <= 0) {
+      host.Refuse("Please, input valid numerical data");
+      return false;
+    }
+    if (n < host.Settings().npSampleSizeFloor) {
+      host.Refuse("Improper data for np control chart");
+      return false;
+    }
+    host.Settings().npSampleSize = n;
+    return true;
+  }
+  void OnCancel(shell::Host& host) override { host.Log().AppendSessionLine(CancelLine("np")); }
+};
+
+}  // namespace
+
+std::unique_ptr<shell::DialogModel> MakePnSubForm() { return std::make_unique<PnSubForm>(); }
+
+void CView(shell::Host& host) {
+  const std::string name = "c";
+  std::vector<double> counts;
+  if (!ReadCounts(host, name, "Please select one column only ", counts)) return;
+  RunChartComputation(host, name, [&] {
+    ControlLimits limits = CLimits(counts);
+    ApplyGivenLimits(host.Settings().givenLimits, 0, kCSigma, limits);
+    ControlChart chart = MakeControlChart("c", counts, limits);
+    FinishChart(chart);
+    host.ShowResultWindow(OneChartWindow("c control chart", "mnuC", chart));
+  });
+  host.Log().AppendSessionLine(CompletedLine(name));
+}
+
+void PnView(shell::Host& host) {
+  const std::string name = "np";
+  std::vector<double> counts;
+  if (!ReadCounts(host, name, worksheet::messages::kSelectOneColumnOnly, counts)) return;
+  // No sample can hold more nonconforming units than its size, so the
+  // largest count is the least n the dialog accepts.
+  host.Settings().npSampleSizeFloor = *std::max_element(counts.begin(), counts.end());
+  PnSubForm dialog;
+  if (host.RunDialog(dialog) != shell::DialogOutcome::Accepted) return;
+  RunChartComputation(host, name, [&] {
+    ControlLimits limits = NpLimits(counts, host.Settings().npSampleSize);
+    ApplyGivenLimits(host.Settings().givenLimits, 0, kNpSigma, limits);
+    ControlChart chart = MakeControlChart("np", counts, limits);
+    chart.valueDecimals = 12;
+    FinishChart(chart);
+    host.ShowResultWindow(OneChartWindow("np control chart", "mnuPn", chart));
+  });
+  host.Log().AppendSessionLine(CompletedLine(name));
+}
+
+}  // namespace orvik::charts

@@ -1,0 +1,89 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "charts/control_limits.h"
+#include "shell/host.h"
+#include "shell/result_window.h"
+
+namespace orvik::charts {
+
+// One chart of a control chart window with everything its grid columns and
+// its drawing need.
+struct ControlChart {
+  std::string statistic;   // grid heading of the plotted values: "xbar", "R", "MR", "c"
+  std::string seriesName;  // name of the plotted series ("Moving Range" for MR)
+  std::vector<double> x;   // sample numbers of the points
+  std::vector<double> values;
+  ControlLimits limits;
+  std::vector<std::string> codes;  // filled by FinishChart
+  int labelDecimals = 8;           // limit labels show the limit rounded to these places
+  int valueDecimals = 8;           // the grid shows the plotted values rounded to these places
+  bool sigmaLines = true;
+};
+
+// The legend under the data: its heading for a one-chart window and the
+// eleven code lines, in their order.
+inline constexpr const char* kOneChartLegendHeading = " [Out-of-control Code] ";
+extern const char* const kLegendLines[11];
+
+// Plots the points 1..N (or `first_sample`..) of `values` as a chart.
+ControlChart MakeControlChart(std::string statistic, std::vector<double> values, const ControlLimits& limits,
+                              double first_sample = 1.0);
+
+// Applies the out-of-limit test and rules A to I to the chart's values.
+void FinishChart(ControlChart& chart);
+
+// The label of a limit line: "UCL= " and so on followed by the shortest
+// text of the limit rounded to `decimals` places.
+std::string LimitLabel(const std::string& prefix, double limit, int decimals);
+
+// Draws `chart` into `series` (points, limit lines, sigma lines, marked
+// points, x axis "Sample").
+void DrawChart(const ControlChart& chart, shell::ChartSeries& series);
+
+// The result grid of a one-chart window: statistic, "UCL", "CL", "LCL",
+// "Out-of-control Code", one row per point, then the legend.
+shell::ResultTable OneChartTable(const ControlChart& chart);
+// The result grid of a two-chart window: five columns per chart named after
+// its statistic ("xbar", "xbar UCL", ... "R Code"), rows aligned by sample
+// number (a chart without a point at a sample leaves its cells empty), then
+// the legend under `heading` (" [xbar & R Code] ").
+shell::ResultTable TwoChartTable(const ControlChart& upper, const ControlChart& lower, const std::string& heading);
+
+// The window of a finished chart or pair of charts.
+shell::ResultWindow OneChartWindow(const std::string& title, const std::string& key, const ControlChart& chart);
+shell::ResultWindow TwoChartWindow(const std::string& title, const std::string& key, const ControlChart& upper,
+                                   const ControlChart& lower, const std::string& heading);
+
+// The text a chart of a control chart window shows when the user clicks a
+// point: "Number: 3 | Value: 25.001". Windows show it only on the charts
+// their title names; for other charts (and points out of range) the result
+// is empty.
+std::optional<std::string> PointInformation(const shell::ResultWindow& window, const std::string& chart_name,
+                                            long point_number);
+
+// The three session sentences and the failure text of chart `name`
+// ("xbar-R", "np", ...).
+std::string StartingLine(const std::string& name);
+std::string CompletedLine(const std::string& name);
+std::string CancelLine(const std::string& name);
+std::string FailureText(const std::string& name);
+
+// Thrown by a chart procedure after it has shown its failure message and
+// written its cancel line, so that the command ends as failed. Nothing is
+// left to report.
+class ChartFailed : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+// Runs the computing part of chart `name`. A run-time failure inside it
+// shows "Fail <name> control chart generation", writes the cancel line and
+// throws ChartFailed.
+void RunChartComputation(shell::Host& host, const std::string& name, const std::function<void()>& body);
+
+}  // namespace orvik::charts

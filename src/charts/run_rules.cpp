@@ -1,0 +1,167 @@
+#include "charts/run_rules.h"
+
+#include <algorithm>
+
+namespace orvik::charts {
+
+void AppendCode(std::string& codes, char letter) {
+  for (std::size_t i = 0; i + 1 < codes.size(); i += 2)
+    if (codes[i] == letter && codes[i + 1] == ' ') return;
+  codes += letter;
+  codes += ' ';
+}
+
+void MarkOutOfLimits(const std::vector<double>& values, const ControlLimits& limits,
+                     std::vector<std::string>& codes) {
+  codes.resize(values.size());
+  for (std::size_t i = 0; i < values.size(); ++i)
+    if (values[i] < limits.LCL || values[i] > limits.UCL) codes[i] = "* ";
+}
+
+namespace {
+
+// Marks points first..last (0-based, inclusive) with `letter`, skipping the
+// points this rule has marked already. Every rule marks ranges whose ends
+// only move forward, so remembering the last marked point keeps each rule
+// linear however long its runs or windows are.
+class RuleMarker {
+ public:
+  RuleMarker(std::vector<std::string>& codes, char letter) : codes_(codes), letter_(letter) {}
+  void Mark(std::size_t first, std::size_t last) {
+    std::size_t from = first;
+    if (any_ && last_marked_ + 1 > from) from = last_marked_ + 1;
+    for (std::size_t i = from; i <= last; ++i) AppendCode(codes_[i], letter_);
+    if (!any_ || last > last_marked_) last_marked_ = last;
+    any_ = true;
+  }
+
+ private:
+  std::vector<std::string>& codes_;
+  char letter_;
+  std::size_t last_marked_ = 0;
+  bool any_ = false;
+};
+
+// Rule A: seven or more successive points strictly on one side of CL. A
+// point on CL belongs to no side and ends the run.
+void RuleA(const std::vector<double>& values, double cl, std::vector<std::string>& codes) {
+  RuleMarker marker(codes, 'A');
+  int side = 0;  // +1 above, -1 below, 0 none
+  std::size_t run_start = 0;
+  std::size_t run_length = 0;
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    const int here = values[i] > cl ? 1 : (values[i] < cl ? -1 : 0);
+    if (here == 0) {
+      side = 0;
+      run_length = 0;
+      continue;
+    }
+    if (here == side) {
+      ++run_length;
+    } else {
+      side = here;
+      run_start = i;
+      run_length = 1;
+    }
+    if (run_length >= 7) marker.Mark(run_start, i);
+  }
+}
+
+// Rule B: seven or more points rising (or falling) in turn. Counts count
+// points, so seven points are six strict rises. A tie changes neither count
+// and the tied point becomes the one the next point is compared with. A
+// sequence starts at the point from which its first rise (fall) was made;
+// after a flat stretch that is the last point of the stretch, where the
+// trend visibly begins.
+void RuleB(const std::vector<double>& values, std::vector<std::string>& codes) {
+  RuleMarker marker(codes, 'B');
+  std::size_t rising = 1, falling = 1;
+  std::size_t rise_start = 0, fall_start = 0;
+  for (std::size_t i = 1; i < values.size(); ++i) {
+    const double previous = values[i - 1];
+    if (values[i] > previous) {
+      if (rising == 1) rise_start = i - 1;
+      ++rising;
+      falling = 1;
+      if (rising >= 7) marker.Mark(rise_start, i);
+    } else if (values[i] < previous) {
+      if (falling == 1) fall_start = i - 1;
+      ++falling;
+      rising = 1;
+      if (falling >= 7) marker.Mark(fall_start, i);
+    }
+  }
+}
+
+// Rules C to F: in a window of m successive points at least k lie strictly
+// on one side of CL; all m points of the window are marked.
+void RuleKOfMOneSide(const std::vector<double>& values, double cl, std::size_t k, std::size_t m,
+                     char letter, std::vector<std::string>& codes) {
+  if (values.size() < m) return;
+  RuleMarker marker(codes, letter);
+  std::size_t above = 0, below = 0;
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    above += values[i] > cl;
+    below += values[i] < cl;
+    if (i >= m) {
+      above -= values[i - m] > cl;
+      below -= values[i - m] < cl;
+    }
+    if (i + 1 >= m && (above >= k || below >= k)) marker.Mark(i + 1 - m, i);
+  }
+}
+
+// Rules G to I: in a window of m successive points at least k lie between
+// the 2-sigma line and the limit (both ends inclusive). The upper and lower
+// zones are tested alone and together, so points of both zones count
+// together; a point outside the limits is in neither zone.
+void RuleKOfMZone(const std::vector<double>& values, double ucl, double upper_two_sigma, double lcl,
+                  double lower_two_sigma, std::size_t k, std::size_t m, char letter,
+                  std::vector<std::string>& codes) {
+  if (values.size() < m) return;
+  RuleMarker marker(codes, letter);
+  const auto in_upper = [&](double v) { return upper_two_sigma <= v && v <= ucl; };
+  const auto in_lower = [&](double v) { return lcl <= v && v <= lower_two_sigma; };
+  std::size_t upper = 0, lower = 0;
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    upper += in_upper(values[i]);
+    lower += in_lower(values[i]);
+    if (i >= m) {
+      upper -= in_upper(values[i - m]);
+      lower -= in_lower(values[i - m]);
+    }
+    if (i + 1 >= m && (upper >= k || lower >= k || upper + lower >= k)) marker.Mark(i + 1 - m, i);
+  }
+}
+
+}  // namespace
+
+void CheckRunRules(const std::vector<double>& values, double cl, double ucl, double upper_two_sigma,
+                   double lcl, double lower_two_sigma, std::vector<std::string>& codes) {
+  codes.resize(values.size());
+  RuleA(values, cl, codes);
+  RuleB(values, codes);
+  RuleKOfMOneSide(values, cl, 10, 11, 'C', codes);
+  RuleKOfMOneSide(values, cl, 12, 14, 'D', codes);
+  RuleKOfMOneSide(values, cl, 14, 17, 'E', codes);
+  RuleKOfMOneSide(values, cl, 16, 20, 'F', codes);
+  RuleKOfMZone(values, ucl, upper_two_sigma, lcl, lower_two_sigma, 2, 3, 'G', codes);
+  RuleKOfMZone(values, ucl, upper_two_sigma, lcl, lower_two_sigma, 3, 7, 'H', codes);
+  RuleKOfMZone(values, ucl, upper_two_sigma, lcl, lower_two_sigma, 4, 10, 'I', codes);
+}
+
+std::vector<std::string> OutOfControlCodes(const std::vector<double>& values, const ControlLimits& limits) {
+  std::vector<std::string> codes;
+  MarkOutOfLimits(values, limits, codes);
+  CheckRunRules(values, limits.CL, limits.UCL, limits.UpperTwoSigma, limits.LCL, limits.LowerTwoSigma, codes);
+  return codes;
+}
+
+std::vector<long> MarkedPoints(const std::vector<std::string>& codes) {
+  std::vector<long> marked;
+  for (std::size_t i = 0; i < codes.size(); ++i)
+    if (!codes[i].empty()) marked.push_back(static_cast<long>(i) + 1);
+  return marked;
+}
+
+}  // namespace orvik::charts

@@ -1,0 +1,124 @@
+#include "charts/given_limits_dialog.h"
+
+#include <gtest/gtest.h>
+
+#include "charts/chart_test_support.h"
+#include "charts/control_charts.h"
+
+namespace orvik::charts {
+namespace {
+
+using testing::LogLines;
+using testing::MessageTexts;
+using testing::SheetHost;
+
+TEST(ControlLimitDialogTest, OptionButtonsEnableTheLimitBoxes) {
+  GivenLimitsDialog dialog(1);
+  EXPECT_TRUE(dialog.Control("AnalysisOpt").checked);
+  EXPECT_FALSE(dialog.Control("UCLtxt").enabled);
+  dialog.Click("ControlOpt");
+  EXPECT_TRUE(dialog.Control("UCLtxt").enabled);
+  EXPECT_TRUE(dialog.Control("LCLtxt").enabled);
+  dialog.Click("AnalysisOpt");
+  EXPECT_FALSE(dialog.Control("CLtxt").enabled);
+  GivenLimitsDialog two(2);
+  for (const char* name : {"UCL1txt", "CL1txt", "LCL1txt", "UCL2txt", "CL2txt", "LCL2txt", "Okay", "Cancel"})
+    EXPECT_TRUE(two.HasControl(name)) << name;
+  EXPECT_EQ(two.Name(), "ControlTwoLimit");
+}
+
+TEST(ControlLimitDialogTest, ValidationOfOneSet) {
+  const struct {
+    const char *ucl, *cl, *lcl;
+    bool accepted;
+  } cases[] = {
+      {"10", "5", "-1", true},   // LCL may be negative
+      {"10", "5", "0", true},    // or zero
+      {"10", "0", "-1", false},  // CL <= 0
+      {"0", "-1", "-2", false},  // UCL <= 0
+      {"5", "5", "1", false},    // CL >= UCL
+      {"10", "5", "5", false},   // LCL >= CL
+      {"10", "12", "11", false},
+      {"", "5", "1", false},
+      {"abc", "5", "1", false},
+      {"10", "5", " ", false},
+  };
+  for (const auto& c : cases) {
+    GivenLimitsDialog dialog(1);
+    dialog.Click("ControlOpt");
+    dialog.Type("UCLtxt", c.ucl);
+    dialog.Type("CLtxt", c.cl);
+    dialog.Type("LCLtxt", c.lcl);
+    auto host = SheetHost({}, "A1");
+    EXPECT_EQ(dialog.PressOk(host), c.accepted) << c.ucl << " " << c.cl << " " << c.lcl;
+    const shell::GivenLimits& given = host.Settings().givenLimits;
+    EXPECT_EQ(given.use, c.accepted);
+    if (c.accepted) {
+      EXPECT_EQ(given.charts[0].UCL, c.ucl);
+      EXPECT_TRUE(host.Messages().empty());
+    } else {
+      ASSERT_EQ(host.Messages().size(), 1u);
+      EXPECT_EQ(host.Messages()[0], shell::RefusalBox("Include improper data or null cells"));
+    }
+  }
+}
+
+TEST(ControlLimitDialogTest, TwoSetsAreCheckedAndTheComputedChoiceClearsTheFlag) {
+  auto host = SheetHost({}, "A1");
+  GivenLimitsDialog dialog(2);
+  dialog.Click("ControlOpt");
+  for (const auto& [box, text] : {std::pair{"UCL1txt", "12"}, {"CL1txt", "10"}, {"LCL1txt", "8"},
+                                  {"UCL2txt", "4"}, {"CL2txt", "2"}, {"LCL2txt", "2"}})
+    dialog.Type(box, text);
+  EXPECT_FALSE(dialog.PressOk(host));
+  dialog.Type("LCL2txt", "0");
+  EXPECT_TRUE(dialog.PressOk(host));
+  EXPECT_TRUE(host.Settings().givenLimits.use);
+  EXPECT_EQ(host.Settings().givenLimits.charts[1].CL, "2");
+
+  GivenLimitsDialog computed(1);
+  computed.LoadFrom(host.Settings().givenLimits);
+  EXPECT_TRUE(computed.Control("ControlOpt").checked);
+  EXPECT_EQ(computed.Control("UCLtxt").text, "12");
+  computed.Click("AnalysisOpt");
+  EXPECT_TRUE(computed.PressOk(host));
+  EXPECT_FALSE(host.Settings().givenLimits.use);
+}
+
+TEST(GivenLimitsChartTest, GivenLimitsReplaceTheComputedOnesDownstream) {
+  // Counts 2, 4, 6, 4 against given limits 5 / 4 / 3: the 2 and the 6 fall
+  // outside.
+  auto host = SheetHost({{"2"}, {"4"}, {"6"}, {"4"}}, "A1:A4",
+                        {{"ControlLimit", "ControlOpt", "1"}, {"ControlLimit", "UCLtxt", "5"},
+                         {"ControlLimit", "CLtxt", "4"}, {"ControlLimit", "LCLtxt", "3"}});
+  OpenGivenLimits(host, "mnuC");
+  ASSERT_EQ(host.Windows().size(), 1u);
+  const auto& window = host.Windows()[0];
+  EXPECT_EQ(window.table->rows[0], (std::vector<std::string>{"2", "5", "4", "3", "* "}));
+  EXPECT_EQ(window.table->rows[2][4], "* ");
+  EXPECT_EQ(window.charts[0].lines[0].label, "UCL= 5");
+  EXPECT_EQ(window.charts[0].series[0].marked, (std::vector<long>{1, 3}));
+  EXPECT_EQ(LogLines(host).back(), "c control chart generation is completed");
+}
+
+TEST(GivenLimitsChartTest, TheOneChartSetLeavesTheLowerChartComputed) {
+  auto host = SheetHost({{"1", "3"}, {"2", "2"}, {"4", "6"}}, "A1:B3");
+  host.Settings().givenLimits.use = true;
+  host.Settings().givenLimits.charts[0] = {"100", "50", "-10"};
+  XbarRView(host);
+  ASSERT_EQ(host.Windows().size(), 1u);
+  const auto& row = host.Windows()[0].table->rows[0];
+  EXPECT_EQ(row[1], "100");
+  EXPECT_EQ(row[6], "4.356");  // R UCL from the data
+}
+
+TEST(GivenLimitsChartTest, ACancelledDialogRunsNothing) {
+  auto host = SheetHost({{"2"}, {"4"}, {"6"}}, "A1:A3", {}, {"ControlLimit"});
+  OpenGivenLimits(host, "mnuC");
+  EXPECT_TRUE(host.Windows().empty());
+  EXPECT_TRUE(LogLines(host).empty());
+  EXPECT_TRUE(MessageTexts(host).empty());
+}
+
+}  // namespace
+}  // namespace orvik::charts
