@@ -24,7 +24,7 @@ constexpr long kMostColumns = 10;
 std::vector<double> ColumnValues(const worksheet::Worksheet& sheet, const worksheet::DataSelection& block,
                                  long col) {
   std::vector<double> values;
-  const long rows = (block.lastRow - block.firstRow) * block.rowStep + 1;
+  const long rows = worksheet::RowsToWalk(block);
   for (long i = 0, row = block.firstRow; i < rows; ++i, row += block.rowStep)
     if (const auto value = worksheet::ParseCellNumber(sheet.Text(row, col))) values.push_back(*value);
   return values;
@@ -96,10 +96,10 @@ void BoxPlotView(shell::Host& host) {
   // one number (a single value makes a flat box at that value).
   const worksheet::Worksheet& sheet = *host.ActiveWorksheet();
   std::vector<BoxSummary> boxes;
-  const long columns = (block.lastColumn - block.firstColumn) * block.columnStep + 1;
+  const long columns = worksheet::ColumnsToWalk(block);
   for (long i = 0, col = block.firstColumn; i < std::max(columns, 1L); ++i, col += block.columnStep) {
     // A block that starts beyond the data reads as one column without numbers.
-    const std::vector<double> values = columns > 0 ? ColumnValues(sheet, block, col) : std::vector<double>{};
+    const std::vector<double> values = ColumnValues(sheet, block, col);
     if (values.empty()) {
       host.Refuse(worksheet::messages::kSelectValidDataShort);
       host.Log().AppendSessionLine(kCancelLine);

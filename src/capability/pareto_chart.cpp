@@ -44,7 +44,7 @@ ParetoInput ReadParetoColumns(const worksheet::Worksheet& sheet, const worksheet
   ParetoInput input;
   // A block that starts below the data (its end clipped above its start)
   // holds no rows.
-  if ((block.lastRow - block.firstRow) * block.rowStep < 0) return input;
+  if (worksheet::RowsToWalk(block) == 0) return input;
   const long item_col = block.columnStep > 0 ? block.firstColumn : block.firstColumn - 1;
   const long quantity_col = item_col + 1;
   const long top = std::min(block.firstRow, block.lastRow);

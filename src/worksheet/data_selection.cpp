@@ -42,15 +42,23 @@ std::optional<std::string> ResolveBlock(const Worksheet* sheet, DataSelection& o
   return std::nullopt;
 }
 
+namespace {
+
+long WalkLength(long first, long last, int step) {
+  const long span = (last - first) * step;
+  return span < 0 ? 0L : span + 1;
+}
+
+}  // namespace
+
+long ColumnsToWalk(const DataSelection& s) { return WalkLength(s.firstColumn, s.lastColumn, s.columnStep); }
+long RowsToWalk(const DataSelection& s) { return WalkLength(s.firstRow, s.lastRow, s.rowStep); }
+
 RunningFigures CollectNumericCells(const Worksheet& sheet, DataSelection& selection, CellPolicy policy) {
   RunningFigures figures;
   selection.values.clear();
-  const auto walk_length = [](long first, long last, int step) {
-    const long span = (last - first) * step;
-    return span < 0 ? 0L : span + 1;
-  };
-  const long columns = walk_length(selection.firstColumn, selection.lastColumn, selection.columnStep);
-  const long rows = walk_length(selection.firstRow, selection.lastRow, selection.rowStep);
+  const long columns = ColumnsToWalk(selection);
+  const long rows = RowsToWalk(selection);
   selection.values.reserve(static_cast<std::size_t>(std::min(columns * rows, 1L << 24)));
 
   for (long c = 0, col = selection.firstColumn; c < columns; ++c, col += selection.columnStep) {
@@ -76,6 +84,16 @@ RunningFigures CollectNumericCells(const Worksheet& sheet, DataSelection& select
   }
   selection.count = figures.count;
   return figures;
+}
+
+std::vector<double> NumericCellsRowByRow(const Worksheet& sheet, const DataSelection& selection) {
+  std::vector<double> values;
+  const long rows = RowsToWalk(selection);
+  const long columns = ColumnsToWalk(selection);
+  for (long r = 0, row = selection.firstRow; r < rows; ++r, row += selection.rowStep)
+    for (long c = 0, col = selection.firstColumn; c < columns; ++c, col += selection.columnStep)
+      if (const auto number = ParseCellNumber(sheet.Text(row, col))) values.push_back(*number);
+  return values;
 }
 
 std::optional<std::string> CommonDataChecks(const RunningFigures& figures) {

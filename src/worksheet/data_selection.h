@@ -75,6 +75,17 @@ std::optional<std::string> ResolveBlock(const Worksheet* sheet, DataSelection& o
 RunningFigures CollectNumericCells(const Worksheet& sheet, DataSelection& selection,
                                    CellPolicy policy = CellPolicy::Skip);
 
+// How many columns and rows a walk over the block visits: none when the
+// block's end was clipped to before its start (a block starting past the
+// data).
+long ColumnsToWalk(const DataSelection& selection);
+long RowsToWalk(const DataSelection& selection);
+
+// The numeric cells of the block taken row by row: along each row with the
+// column step, rows with the row step. Analyses whose data run in time
+// along the rows (one subgroup per row) read the block this way.
+std::vector<double> NumericCellsRowByRow(const Worksheet& sheet, const DataSelection& selection);
+
 // The three common checks in their order: all values equal to the first,
 // fewer than three values, a sum of exactly zero. Returns the refusal text
 // of the first that fails.
