@@ -88,6 +88,7 @@ QTableView { gridline-color: #c8d6ea; selection-background-color: #9dc0ec; selec
 MainWindow::MainWindow() : host_(*this) {
   setObjectName(QStringLiteral("OrvikMainMDI"));
   setWindowTitle(QString::fromLatin1(kMainTitle));
+  setWindowIcon(TextIcon(QStringLiteral("O"), IconFont(14, true), QColor(30, 80, 170)));
   // Start-up in its order: the look, the session pane docked, the log's
   // font and welcome line, then the bars.
   ApplyLook();
@@ -127,6 +128,7 @@ void MainWindow::CreateSessionPane() {
   session_view_->setReadOnly(true);
   session_doc_->setWidget(session_view_);
   addDockWidget(Qt::BottomDockWidgetArea, session_doc_);
+  resizeDocks({session_doc_}, {140}, Qt::Vertical);
   session_view_->setFont(QFont(QStringLiteral("Arial"), 10));
   session_view_->setPlainText(QString::fromStdString(host_.Log().Text()));
   host_.Log().SetAppendListener([this](std::string_view line) {
@@ -328,8 +330,11 @@ ResultWindowWidget* MainWindow::OpenResultWindow(const shell::ResultWindow& wind
 }
 
 QMdiSubWindow* MainWindow::AddChild(QWidget* widget) {
+  const QSize wanted = widget->size();
   QMdiSubWindow* sub = mdi_->addSubWindow(widget);
   sub->setAttribute(Qt::WA_DeleteOnClose);
+  sub->setWindowIcon(windowIcon());
+  sub->resize(wanted + QSize(8, 30));
   sub->installEventFilter(this);
   sub->show();
   mdi_->setActiveSubWindow(sub);
