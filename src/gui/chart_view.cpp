@@ -237,6 +237,11 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
   };
   set_range(xAxis, x_min, x_max, 0.03);
   set_range(yAxis, y_min, y_max, 0.08);
+  // Bars stand on the axis: no margin below a zero base.
+  const bool has_bars = std::any_of(chart.series.begin(), chart.series.end(), [](const shell::PlotSeries& series) {
+    return series.type == shell::SeriesType::Bar && !series.onSecondAxis;
+  });
+  if (has_bars && y_min == 0.0) yAxis->setRangeLower(0.0);
   yAxis2->setVisible(any_second_axis);
   if (any_second_axis) {
     double lo = std::numeric_limits<double>::infinity(), hi = -lo;

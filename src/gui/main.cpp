@@ -38,8 +38,12 @@ int main(int argc, char** argv) {
   }
 
   orvik::gui::MainWindow window;
-  if (!screenshot.isEmpty())
+  if (!screenshot.isEmpty()) {
+    // Nobody answers during a screenshot run: boxes get OK, dialogs their
+    // defaults and OK.
     window.Host().SetMessageResponder([](const orvik::shell::MessageBox&) { return orvik::shell::MessageAnswer::Ok; });
+    window.Host().SetDialogResponder([](orvik::shell::DialogModel&) { return true; });
+  }
   window.show();
   orvik::gui::WorksheetWindow* last = nullptr;
   for (const QString& file : files)

@@ -66,7 +66,7 @@ WorksheetWindow::WorksheetWindow(std::unique_ptr<worksheet::Worksheet> sheet, QW
   connect(view_->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] { SyncSelection(); });
   connect(view_->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] { SyncSelection(); });
   connect(model_, &QAbstractItemModel::modelReset, this, [this] { SyncSelection(); });
-  resize(640, 400);
+  resize(760, 460);
 }
 
 WorksheetWindow::~WorksheetWindow() { editor_.SetListener(nullptr); }
@@ -102,6 +102,8 @@ void WorksheetWindow::SelectBlock(long row, long col, long row2, long col2) {
   const QModelIndex to = model_->index(static_cast<int>(row2 - 1), static_cast<int>(col2 - 1));
   view_->selectionModel()->setCurrentIndex(to, QItemSelectionModel::NoUpdate);
   view_->selectionModel()->select(QItemSelection(from, to), QItemSelectionModel::ClearAndSelect);
+  // The view follows the caret to the block's far corner; show its start.
+  view_->scrollTo(from);
   SyncSelection();
 }
 

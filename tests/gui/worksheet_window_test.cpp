@@ -7,7 +7,11 @@
 #include <QScrollBar>
 #include <QTest>
 
+#include <QPrinter>
+#include <QTemporaryDir>
+
 #include "gui/sheet_model.h"
+#include "gui/sheet_printer.h"
 #include "gui/tool_dialogs.h"
 #include "gui/worksheet_window.h"
 #include "worksheet/data_selection.h"
@@ -248,6 +252,25 @@ class WorksheetWindowTest : public QObject {
     QVERIFY(!find.FindNext());
     w.UndoStack()->undo();
     QCOMPARE(Text(4, 1), std::string("20"));
+  }
+
+  void printsTheDataOnPagesOfItsOwn() {
+    WorksheetWindow& w = Open();
+    for (long r = 1; r <= 150; ++r) w.Editor().SetCell(r, 1, std::to_string(r));
+    QTemporaryDir dir;
+    const auto pages = [&](const QString& name) {
+      QPrinter printer;
+      printer.setOutputFormat(QPrinter::PdfFormat);
+      printer.setOutputFileName(dir.filePath(name));
+      gui::PrintWorksheet(printer, w.Sheet());
+      QFile file(dir.filePath(name));
+      if (!file.open(QIODevice::ReadOnly)) return -1;
+      return static_cast<int>(file.readAll().count("/Type /Page\n"));
+    };
+    const int short_sheet = pages(QStringLiteral("a.pdf"));
+    QVERIFY(short_sheet >= 2);  // 150 rows do not fit one page
+    w.Editor().SetCell(1, 30, "far right");
+    QVERIFY(pages(QStringLiteral("b.pdf")) > short_sheet);
   }
 
   void aMillionRowsOpenScrollAndSelectQuickly() {
