@@ -92,7 +92,7 @@ class MainWindow : public QMainWindow {
   void SortWorksheet();
   void StartCalculator();
   void ArrangeIcons();
-  void TileHorizontally();
+  void TileWindows(bool horizontally);
 
   GuiHost host_;
   WorksheetCounter counter_;

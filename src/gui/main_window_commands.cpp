@@ -90,8 +90,8 @@ void MainWindow::CreateWindowCommands() {
   c.insert(QStringLiteral("mnuFormatToolbar"), toggle(QStringLiteral("mnuFormatToolbar"), bar_format_));
   c.insert(QStringLiteral("mnuStatusBar"), toggle(QStringLiteral("mnuStatusBar"), statusBar()));
   c.insert(QStringLiteral("mnuSession"), toggle(QStringLiteral("mnuSession"), session_doc_));
-  c.insert(QStringLiteral("mnuTileH"), [this] { TileHorizontally(); });
-  c.insert(QStringLiteral("mnuTileV"), [this] { mdi_->tileSubWindows(); });
+  c.insert(QStringLiteral("mnuTileH"), [this] { TileWindows(true); });
+  c.insert(QStringLiteral("mnuTileV"), [this] { TileWindows(false); });
   c.insert(QStringLiteral("mnuCascade"), [this] { mdi_->cascadeSubWindows(); });
   c.insert(QStringLiteral("mnuArrangeIcons"), [this] { ArrangeIcons(); });
   c.insert(QStringLiteral("mnuChartProperty"), [this] { ShowChartProperty(); });
@@ -237,17 +237,24 @@ void MainWindow::StartCalculator() {
   host_.Notify("No calculator program is installed on this computer.");
 }
 
-void MainWindow::TileHorizontally() {
-  // One window above the other, each as wide as the frame.
+void MainWindow::TileWindows(bool horizontally) {
+  // Horizontally: one window above the other, each as wide as the frame;
+  // vertically: side by side, each as tall as the frame.
   QList<QMdiSubWindow*> windows;
   for (QMdiSubWindow* sub : mdi_->subWindowList())
     if (!sub->isMinimized()) windows << sub;
   if (windows.isEmpty()) return;
   const QRect area = mdi_->viewport()->rect();
-  const int height = area.height() / static_cast<int>(windows.size());
-  for (int i = 0; i < windows.size(); ++i) {
+  const int count = static_cast<int>(windows.size());
+  for (int i = 0; i < count; ++i) {
     windows[i]->showNormal();
-    windows[i]->setGeometry(0, i * height, area.width(), height);
+    if (horizontally) {
+      const int height = area.height() / count;
+      windows[i]->setGeometry(0, i * height, area.width(), height);
+    } else {
+      const int width = area.width() / count;
+      windows[i]->setGeometry(i * width, 0, width, area.height());
+    }
   }
 }
 

@@ -259,6 +259,12 @@ class MainWindowTest : public QObject {
     QVERIFY(!sheet->Editor().Formats().At(1, 1).bold);
     window_->NewWorksheet();
     window_->ToolClick(QStringLiteral("mnuTileH"));
+    const auto subs = window_->Mdi()->subWindowList();
+    QCOMPARE(subs[0]->width(), subs[1]->width());
+    QVERIFY(subs[0]->geometry().bottom() < subs[1]->geometry().top());
+    window_->ToolClick(QStringLiteral("mnuTileV"));
+    QVERIFY(subs[0]->geometry().right() < subs[1]->geometry().left());
+    QCOMPARE(subs[0]->height(), subs[1]->height());
     window_->ToolClick(QStringLiteral("mnuCascade"));
     QCOMPARE(window_->DocumentWindowCount(), 2);
   }
