@@ -8,7 +8,7 @@ packages=(
   libgtest-dev                  # tests
   libboost-math-dev             # tests only: reference values for the statistics library
   qt6-base-dev libgl-dev        # the window application
-  libqcustomplot-dev            # its charts
+  libqcustomplot-dev qt6-svg-dev  # its charts, saved as pictures
   xvfb xauth                    # running the window application without a display
 )
 

@@ -1,0 +1,310 @@
+#include "gui/chart_view.h"
+
+#include <QFileInfo>
+#include <QSvgGenerator>
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "gui/shell_rules.h"
+
+namespace orvik::gui {
+
+namespace {
+
+QColor ToColor(shell::Rgb rgb) {
+  return QColor((rgb.value >> 16) & 0xFF, (rgb.value >> 8) & 0xFF, rgb.value & 0xFF);
+}
+
+const QColor kSeriesColors[] = {QColor(0, 0, 160), QColor(0, 128, 0), QColor(160, 80, 0), QColor(120, 0, 120)};
+
+// Points are drawn with markers only while they stay legible; beyond this
+// the line alone is drawn, which keeps 100,000-point charts quick to pan.
+constexpr int kMaxMarkedPoints = 2000;
+
+QVector<double> ToVector(const std::vector<double>& values) { return QVector<double>(values.begin(), values.end()); }
+
+// The x values of a series: its own, or 1, 2, 3, ... when it has none.
+QVector<double> XValues(const shell::PlotSeries& series, std::size_t count) {
+  if (series.x.size() == count) return ToVector(series.x);
+  QVector<double> x(static_cast<qsizetype>(count));
+  for (std::size_t i = 0; i < count; ++i) x[static_cast<qsizetype>(i)] = static_cast<double>(i + 1);
+  return x;
+}
+
+}  // namespace
+
+ChartView::ChartView(const shell::ChartSeries& chart, const QString& window_title, bool only_chart, QWidget* parent)
+    : QCustomPlot(parent), window_title_(window_title) {
+  setObjectName(QString::fromStdString(chart.name));
+  point_info_ = orvik::gui::ShowsPointInfo(window_title.toStdString(), chart.name, only_chart);
+  look_.lineColor = kSeriesColors[0];
+  setInteractions(QCP::iRangeDrag | QCP::iRangeZoom | QCP::iSelectPlottables);
+  setNoAntialiasingOnDrag(true);
+  connect(this, &QCustomPlot::plottableClick, this,
+          [this](QCPAbstractPlottable* plottable, int index, QMouseEvent*) { OnPlottableClick(plottable, index); });
+  setMinimumSize(300, 200);
+  Draw(chart);
+}
+
+void ChartView::SetLook(const Look& look) {
+  look_ = look;
+  Draw(chart_);
+}
+
+void ChartView::Draw(const shell::ChartSeries& chart) {
+  chart_ = chart;
+  clearPlottables();
+  clearItems();
+  series_of_.clear();
+  info_ = nullptr;
+  if (plotLayout()->rowCount() > 1) {
+    plotLayout()->removeAt(0);
+    plotLayout()->simplify();
+  }
+  if (!chart.title.empty()) {
+    plotLayout()->insertRow(0);
+    auto* title = new QCPTextElement(this, QString::fromStdString(chart.title), QFont(QStringLiteral("Arial"), 11, QFont::Bold));
+    plotLayout()->addElement(0, 0, title);
+  }
+  xAxis->setLabel(QString::fromStdString(chart.xTitle));
+  yAxis->setLabel(QString::fromStdString(chart.yTitle));
+  yAxis2->setLabel(QString::fromStdString(chart.y2Title));
+  xAxis->grid()->setVisible(look_.gridLines);
+  yAxis->grid()->setVisible(look_.gridLines);
+
+  bool any_second_axis = false;
+  double y_min = std::numeric_limits<double>::infinity();
+  double y_max = -y_min;
+  double x_min = y_min;
+  double x_max = -y_min;
+  auto take = [](double v, double& lo, double& hi) {
+    if (!std::isfinite(v)) return;
+    lo = std::min(lo, v);
+    hi = std::max(hi, v);
+  };
+  for (std::size_t s = 0; s < chart.series.size(); ++s) {
+    const shell::PlotSeries& series = chart.series[s];
+    QCPAxis* value_axis = series.onSecondAxis ? yAxis2 : yAxis;
+    any_second_axis |= series.onSecondAxis;
+    const QColor color = series.color ? ToColor(*series.color)
+                         : s == 0    ? look_.lineColor
+                                     : kSeriesColors[s % std::size(kSeriesColors)];
+    switch (series.type) {
+      case shell::SeriesType::Line:
+      case shell::SeriesType::Points: {
+        const QVector<double> x = XValues(series, series.y.size());
+        const QVector<double> y = ToVector(series.y);
+        auto* graph = addGraph(xAxis, value_axis);
+        graph->setName(QString::fromStdString(series.name));
+        graph->setData(x, y, true);
+        QPen pen(color);
+        pen.setStyle(look_.lineStyle);
+        graph->setPen(pen);
+        const bool line = series.type == shell::SeriesType::Line;
+        graph->setLineStyle(line ? QCPGraph::lsLine : QCPGraph::lsNone);
+        if (!line || y.size() <= kMaxMarkedPoints)
+          graph->setScatterStyle(QCPScatterStyle(look_.pointShape, color, line ? 5 : 7));
+        series_of_.insert(graph, static_cast<int>(s));
+        if (!series.marked.empty()) {
+          // Marked points: red filled squares over the series' own markers.
+          QVector<double> mx, my;
+          for (long number : series.marked) {
+            if (number < 1 || number > y.size()) continue;
+            mx.push_back(x[number - 1]);
+            my.push_back(y[number - 1]);
+          }
+          auto* marks = addGraph(xAxis, value_axis);
+          marks->setName(QString::fromStdString(series.name) + QStringLiteral(" marked"));
+          marks->setData(mx, my, true);
+          marks->setLineStyle(QCPGraph::lsNone);
+          marks->setScatterStyle(QCPScatterStyle(QCPScatterStyle::ssSquare, Qt::red, Qt::red, 8));
+          marks->setSelectable(QCP::stNone);
+        }
+        if (!series.onSecondAxis)
+          for (double v : series.y) take(v, y_min, y_max);
+        for (double v : x) take(v, x_min, x_max);
+        break;
+      }
+      case shell::SeriesType::Bar: {
+        auto* bars = new QCPBars(xAxis, value_axis);
+        bars->setName(QString::fromStdString(series.name));
+        const QVector<double> x = XValues(series, series.y.size());
+        bars->setData(x, ToVector(series.y), true);
+        double spacing = 1.0;
+        for (int i = 1; i < x.size(); ++i) spacing = std::min(spacing, std::abs(x[i] - x[i - 1]));
+        bars->setWidth(spacing > 0 ? spacing * (series.x.empty() ? 0.8 : 1.0) : 0.8);
+        bars->setPen(QPen(color.darker()));
+        bars->setBrush(color.lighter(150));
+        series_of_.insert(bars, static_cast<int>(s));
+        if (!series.onSecondAxis) {
+          for (double v : series.y) take(v, y_min, y_max);
+          take(0.0, y_min, y_max);
+        }
+        for (double v : x) {
+          take(v - spacing / 2, x_min, x_max);
+          take(v + spacing / 2, x_min, x_max);
+        }
+        break;
+      }
+      case shell::SeriesType::Box: {
+        auto* boxes = new QCPStatisticalBox(xAxis, value_axis);
+        boxes->setName(QString::fromStdString(series.name));
+        const std::size_t count = series.y.size() / 5;
+        const QVector<double> x = XValues(series, count);
+        for (std::size_t b = 0; b < count; ++b) {
+          const double* v = &series.y[b * 5];
+          boxes->addData(x[static_cast<qsizetype>(b)], v[0], v[1], v[2], v[3], v[4]);
+          for (int k = 0; k < 5; ++k) take(v[k], y_min, y_max);
+          take(x[static_cast<qsizetype>(b)] - 0.5, x_min, x_max);
+          take(x[static_cast<qsizetype>(b)] + 0.5, x_min, x_max);
+        }
+        boxes->setPen(QPen(color));
+        boxes->setBrush(color.lighter(180));
+        series_of_.insert(boxes, static_cast<int>(s));
+        break;
+      }
+    }
+  }
+
+  for (const shell::ChartLine& line : chart.lines) {
+    const bool horizontal = line.orientation == shell::LineOrientation::Horizontal;
+    auto* straight = new QCPItemStraightLine(this);
+    QPen pen(line.color ? ToColor(*line.color) : QColor(200, 0, 0));
+    if (line.dashed) pen.setStyle(Qt::DashLine);
+    straight->setPen(pen);
+    if (horizontal) {
+      straight->point1->setCoords(0, line.value);
+      straight->point2->setCoords(1, line.value);
+      take(line.value, y_min, y_max);
+    } else {
+      straight->point1->setCoords(line.value, 0);
+      straight->point2->setCoords(line.value, 1);
+      take(line.value, x_min, x_max);
+    }
+    if (!line.label.empty()) {
+      auto* label = new QCPItemText(this);
+      label->setText(QString::fromStdString(line.label));
+      label->setColor(pen.color());
+      if (horizontal) {
+        label->position->setTypeX(QCPItemPosition::ptAxisRectRatio);
+        label->position->setTypeY(QCPItemPosition::ptPlotCoords);
+        label->position->setCoords(0.99, line.value);
+        label->setPositionAlignment(Qt::AlignRight | Qt::AlignBottom);
+      } else {
+        label->position->setTypeX(QCPItemPosition::ptPlotCoords);
+        label->position->setTypeY(QCPItemPosition::ptAxisRectRatio);
+        label->position->setCoords(line.value, 0.02);
+        label->setPositionAlignment(Qt::AlignLeft | Qt::AlignTop);
+      }
+    }
+  }
+
+  int corner_labels = 0;
+  for (const shell::ChartLabel& text : chart.labels) {
+    auto* label = new QCPItemText(this);
+    label->setText(QString::fromStdString(text.text));
+    if (text.x && text.y) {
+      label->position->setCoords(*text.x, *text.y);
+    } else {
+      // Texts without a place stack in the top left corner of the plot.
+      label->position->setType(QCPItemPosition::ptAxisRectRatio);
+      label->position->setCoords(0.01, 0.02 + 0.06 * corner_labels++);
+      label->setPositionAlignment(Qt::AlignLeft | Qt::AlignTop);
+    }
+  }
+
+  if (!chart.categories.empty()) {
+    QSharedPointer<QCPAxisTickerText> ticker(new QCPAxisTickerText);
+    for (std::size_t i = 0; i < chart.categories.size(); ++i)
+      ticker->addTick(static_cast<double>(i + 1), QString::fromStdString(chart.categories[i]));
+    xAxis->setTicker(ticker);
+    take(0.5, x_min, x_max);
+    take(chart.categories.size() + 0.5, x_min, x_max);
+  } else {
+    xAxis->setTicker(QSharedPointer<QCPAxisTicker>(new QCPAxisTicker));
+  }
+
+  // The ranges hold every point and every limit line with a margin.
+  auto set_range = [](QCPAxis* axis, double lo, double hi, double margin_share) {
+    if (!std::isfinite(lo)) return axis->setRange(0, 1);
+    if (hi == lo) {
+      const double pad = lo == 0 ? 1 : std::abs(lo) * 0.1;
+      return axis->setRange(lo - pad, hi + pad);
+    }
+    const double margin = (hi - lo) * margin_share;
+    axis->setRange(lo - margin, hi + margin);
+  };
+  set_range(xAxis, x_min, x_max, 0.03);
+  set_range(yAxis, y_min, y_max, 0.08);
+  // Bars stand on the axis: no margin below a zero base.
+  const bool has_bars = std::any_of(chart.series.begin(), chart.series.end(), [](const shell::PlotSeries& series) {
+    return series.type == shell::SeriesType::Bar && !series.onSecondAxis;
+  });
+  if (has_bars && y_min == 0.0) yAxis->setRangeLower(0.0);
+  yAxis2->setVisible(any_second_axis);
+  if (any_second_axis) {
+    double lo = std::numeric_limits<double>::infinity(), hi = -lo;
+    for (const auto& series : chart.series)
+      if (series.onSecondAxis)
+        for (double v : series.y) take(v, lo, hi);
+    set_range(yAxis2, std::min(lo, 0.0), hi, 0.08);
+  }
+
+  if (point_info_) {
+    info_ = new QCPItemText(this);
+    info_->position->setType(QCPItemPosition::ptAxisRectRatio);
+    info_->position->setCoords(0.5, 0.0);
+    info_->setPositionAlignment(Qt::AlignHCenter | Qt::AlignTop);
+    info_->setColor(QColor(0, 0, 160));
+    info_->setText(QString());
+  }
+  replot();
+}
+
+QString ChartView::PointInfo() const { return info_ ? info_->text() : QString(); }
+
+QString ChartView::ShowPointInfo(int series, int index) {
+  if (!info_ || series < 0 || series >= static_cast<int>(chart_.series.size())) return {};
+  const auto& values = chart_.series[series].y;
+  if (index < 0 || index >= static_cast<int>(values.size())) return {};
+  std::string text;
+  if (window_title_ == QStringLiteral("CUSUM control chart") && chart_.series.size() >= 2 &&
+      index < static_cast<int>(chart_.series[1].y.size())) {
+    // The CUSUM chart's first two series are the upper and the lower sums.
+    text = CusumPointInfoText(index + 1, chart_.series[0].y[index], chart_.series[1].y[index]);
+  } else {
+    text = orvik::gui::PointInfoText(index + 1, values[index]);
+  }
+  info_->setText(QString::fromStdString(text));
+  replot();
+  return info_->text();
+}
+
+void ChartView::OnPlottableClick(QCPAbstractPlottable* plottable, int index) {
+  const auto found = series_of_.find(plottable);
+  if (found != series_of_.end()) ShowPointInfo(found.value(), index);
+}
+
+bool SaveChart(QCustomPlot& chart, const QString& path) {
+  const QString suffix = QFileInfo(path).suffix().toLower();
+  const int width = std::max(chart.width(), 640);
+  const int height = std::max(chart.height(), 400);
+  if (suffix == QLatin1String("png")) return chart.savePng(path, width, height);
+  if (suffix == QLatin1String("jpg") || suffix == QLatin1String("jpeg")) return chart.saveJpg(path, width, height);
+  if (suffix == QLatin1String("pdf")) return chart.savePdf(path, width, height);
+  if (suffix == QLatin1String("svg")) {
+    QSvgGenerator generator;
+    generator.setFileName(path);
+    generator.setSize(QSize(width, height));
+    generator.setViewBox(QRect(0, 0, width, height));
+    generator.setTitle(chart.objectName());
+    QCPPainter painter;
+    if (!painter.begin(&generator)) return false;
+    chart.toPainter(&painter, width, height);
+    return painter.end();
+  }
+  return false;
+}
+
+}  // namespace orvik::gui

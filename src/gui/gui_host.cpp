@@ -1,0 +1,49 @@
+#include "gui/gui_host.h"
+
+#include "gui/main_window.h"
+#include "gui/model_dialog.h"
+#include "gui/worksheet_window.h"
+
+namespace orvik::gui {
+
+QMessageBox* MakeMessageBox(const shell::MessageBox& box, QWidget* parent) {
+  QMessageBox::Icon icon = QMessageBox::Warning;
+  switch (box.icon) {
+    case shell::MessageIcon::Exclamation: icon = QMessageBox::Warning; break;
+    case shell::MessageIcon::Question: icon = QMessageBox::Question; break;
+    case shell::MessageIcon::Information: icon = QMessageBox::Information; break;
+  }
+  const auto buttons = box.buttons == shell::MessageButtons::OkCancel ? QMessageBox::Ok | QMessageBox::Cancel
+                                                                      : QMessageBox::StandardButtons(QMessageBox::Ok);
+  auto* message = new QMessageBox(icon, QString::fromStdString(box.title), QString::fromStdString(box.text), buttons,
+                                  parent);
+  message->setTextFormat(Qt::PlainText);
+  message->setDefaultButton(QMessageBox::Ok);
+  return message;
+}
+
+shell::MessageAnswer GuiHost::ShowMessage(const shell::MessageBox& box) {
+  shown_.push_back(box);
+  if (responder_) return responder_(box);
+  std::unique_ptr<QMessageBox> message(MakeMessageBox(box, &window_));
+  return message->exec() == QMessageBox::Ok ? shell::MessageAnswer::Ok : shell::MessageAnswer::Cancel;
+}
+
+shell::DialogOutcome GuiHost::RunDialog(shell::DialogModel& dialog) {
+  if (dialog_responder_) {
+    const bool ok = dialog_responder_(dialog) && dialog.PressOk(*this);
+    if (!ok) dialog.PressCancel(*this);
+    return ok ? shell::DialogOutcome::Accepted : shell::DialogOutcome::Cancelled;
+  }
+  ModelDialog window(dialog, *this, &window_);
+  return window.exec() == QDialog::Accepted ? shell::DialogOutcome::Accepted : shell::DialogOutcome::Cancelled;
+}
+
+void GuiHost::ShowResultWindow(shell::ResultWindow window) { window_.OpenResultWindow(window); }
+
+worksheet::Worksheet* GuiHost::ActiveWorksheet() {
+  WorksheetWindow* sheet = window_.ActiveWorksheetWindow();
+  return sheet ? &sheet->Sheet() : nullptr;
+}
+
+}  // namespace orvik::gui

@@ -1,0 +1,71 @@
+// orvik: the window application of Orvik 2.0.
+//
+//   orvik [FILE...] [--run KEY] [--select RANGE] [--screenshot PNG]
+//
+// Each FILE (comma- or tab-separated) opens as a worksheet. --select selects
+// a block of the last opened worksheet in the notation of orvik-cli
+// ("B2:D20", "B:D", "3:7", "all"), --run dispatches a tool key as a click
+// would, and --screenshot saves a picture of the main window once the
+// window is drawn and ends the program, answering every message box OK.
+#include <QApplication>
+#include <QMdiSubWindow>
+#include <QScreen>
+#include <QTimer>
+
+#include "cli/cell_range.h"
+#include "gui/main_window.h"
+#include "gui/worksheet_window.h"
+
+int main(int argc, char** argv) {
+  QApplication app(argc, argv);
+  QApplication::setApplicationName(QStringLiteral("Orvik"));
+  QApplication::setApplicationVersion(QStringLiteral("2.0"));
+  QApplication::setFont(QFont(QStringLiteral("Arial"), 9));
+
+  QStringList files;
+  QString run_key, select, screenshot;
+  const QStringList args = QApplication::arguments();
+  for (int i = 1; i < args.size(); ++i) {
+    if (args[i] == QLatin1String("--run") && i + 1 < args.size()) {
+      run_key = args[++i];
+    } else if (args[i] == QLatin1String("--select") && i + 1 < args.size()) {
+      select = args[++i];
+    } else if (args[i] == QLatin1String("--screenshot") && i + 1 < args.size()) {
+      screenshot = args[++i];
+    } else {
+      files << args[i];
+    }
+  }
+
+  orvik::gui::MainWindow window;
+  if (!screenshot.isEmpty()) {
+    // Nobody answers during a screenshot run: boxes get OK, dialogs their
+    // defaults and OK.
+    window.Host().SetMessageResponder([](const orvik::shell::MessageBox&) { return orvik::shell::MessageAnswer::Ok; });
+    window.Host().SetDialogResponder([](orvik::shell::DialogModel&) { return true; });
+  }
+  window.show();
+  orvik::gui::WorksheetWindow* last = nullptr;
+  for (const QString& file : files)
+    if (auto* sheet = window.OpenDataFile(file)) last = sheet;
+  if (last && !select.isEmpty()) {
+    if (const auto range = orvik::cli::ParseCellRange(select.toStdString())) {
+      const auto& s = *range;
+      const long rows = last->Sheet().MaxRows();
+      const long cols = last->Sheet().MaxCols();
+      const long r1 = s.SelBlockRow == -1 ? 1 : s.SelBlockRow, r2 = s.SelBlockRow2 == -1 ? rows : s.SelBlockRow2;
+      const long c1 = s.SelBlockCol == -1 ? 1 : s.SelBlockCol, c2 = s.SelBlockCol2 == -1 ? cols : s.SelBlockCol2;
+      if (s.IsBlockSelected) last->SelectBlock(r1, c1, r2, c2);
+    } else {
+      qWarning("orvik: not a cell range: %s", qPrintable(select));
+    }
+  }
+  if (!run_key.isEmpty()) QTimer::singleShot(0, &window, [&window, run_key] { window.ToolClick(run_key); });
+  if (!screenshot.isEmpty()) {
+    QTimer::singleShot(1500, &window, [&window, screenshot] {
+      window.grab().save(screenshot);
+      QApplication::exit(0);
+    });
+  }
+  return QApplication::exec();
+}

@@ -1,0 +1,393 @@
+#include "gui/main_window.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QCloseEvent>
+#include <QColorDialog>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QInputDialog>
+#include <QMdiSubWindow>
+#include <QMenuBar>
+#include <QPainter>
+#include <QPrintPreviewDialog>
+#include <QProcess>
+#include <QScrollBar>
+#include <QStandardPaths>
+#include <QStatusBar>
+#include <QTextBlock>
+#include <fstream>
+
+#include "formats/delimited_text.h"
+#include "gui/chart_view.h"
+#include "gui/result_window_widget.h"
+#include "gui/sheet_printer.h"
+#include "gui/tool_dialogs.h"
+#include "gui/worksheet_window.h"
+#include "shell/tool_dispatch.h"
+
+namespace orvik::gui {
+
+namespace {
+
+// The menus of the bar in their order, with their captions.
+const std::pair<const char*, const char*> kMenus[] = {
+    {"mnuFile", "&File"},   {"mnuEdit", "&Edit"},         {"mnuView", "&View"},     {"mnuTool", "&Tool"},
+    {"mnuGraph", "&Graph"}, {"mnuAnalysis", "&Analysis"}, {"mnuWindow", "&Window"}, {"mnuHelp", "&Help"}};
+
+// Window commands whose work is not part of the program yet (project
+// files, the database connection, the help file, cell types); their tools
+// stay disabled.
+const char* const kUnbuiltWindowKeys[] = {"mnuSave", "mnuSaveAs", "mnuDB", "mnuContents", "mnuCellType"};
+
+// The tools of the standard toolbar, with the short text their icons show.
+const std::pair<const char*, const char*> kStandardBar[] = {
+    {"mnuNew", "New"},   {"mnuOpen", "Open"},   {"mnuPrint", "Print"},  {nullptr, nullptr},
+    {"mnuCut", "Cut"},   {"mnuCopy", "Copy"},   {"mnuPaste", "Paste"},  {nullptr, nullptr},
+    {"mnuHistogram", "Hist"}, {"mnuBarX-R", "X-R"}, {"mnuPCR", "Cpk"}, {"mnuBasicStat", "Stat"}};
+
+// A small icon drawn from text, for tools that have no picture of their own.
+QIcon TextIcon(const QString& text, const QFont& font, const QColor& color = QColor(20, 40, 110)) {
+  QPixmap pixmap(28, 24);
+  pixmap.fill(Qt::transparent);
+  QPainter painter(&pixmap);
+  painter.setRenderHint(QPainter::TextAntialiasing);
+  painter.setFont(font);
+  painter.setPen(color);
+  painter.drawText(pixmap.rect(), Qt::AlignCenter, text);
+  return QIcon(pixmap);
+}
+
+QFont IconFont(int size, bool bold = false, bool italic = false, bool underline = false) {
+  QFont font(QStringLiteral("Arial"), size);
+  font.setBold(bold);
+  font.setItalic(italic);
+  font.setUnderline(underline);
+  return font;
+}
+
+// The blue look of the program: the menus, bars, dock title and the frame
+// in shades of blue.
+const char* const kNormalBlue = R"(
+QMainWindow#OrvikMainMDI { background: #dbe6f4; }
+QMenuBar { background: qlineargradient(x1:0, y1:0, x2:0, y2:1, stop:0 #e3edfa, stop:1 #c4d8f2); }
+QMenuBar::item:selected { background: #ffe8a6; }
+QToolBar { background: qlineargradient(x1:0, y1:0, x2:0, y2:1, stop:0 #eaf1fb, stop:1 #c9dcf3);
+           border: 1px solid #9ab6de; spacing: 2px; }
+QDockWidget::title { background: #bcd2ef; padding: 3px; }
+QStatusBar { background: #c4d8f2; }
+QTabWidget::pane { border: 1px solid #9ab6de; }
+QTabBar::tab { background: #d6e4f6; border: 1px solid #9ab6de; padding: 3px 10px; }
+QTabBar::tab:selected { background: #ffffff; }
+QHeaderView::section { background: #dde8f7; border: 1px solid #b3c9e8; padding: 2px; }
+QTableView { gridline-color: #c8d6ea; selection-background-color: #9dc0ec; selection-color: black; }
+)";
+
+}  // namespace
+
+MainWindow::MainWindow() : host_(*this) {
+  setObjectName(QStringLiteral("OrvikMainMDI"));
+  setWindowTitle(QString::fromLatin1(kMainTitle));
+  setWindowIcon(TextIcon(QStringLiteral("O"), IconFont(14, true), QColor(30, 80, 170)));
+  // Start-up in its order: the look, the session pane docked, the log's
+  // font and welcome line, then the bars.
+  ApplyLook();
+  mdi_ = new QMdiArea(this);
+  mdi_->setBackground(QColor(171, 196, 229));
+  mdi_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+  mdi_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+  setCentralWidget(mdi_);
+  CreateSessionPane();
+  CreateBars();
+  CreateWindowCommands();
+  SetDocumentMenusEnabled(false);
+  connect(mdi_, &QMdiArea::subWindowActivated, this, [this](QMdiSubWindow* sub) {
+    if (!sub) return;
+    if (auto* sheet = qobject_cast<WorksheetWindow*>(sub->widget())) last_sheet_ = sheet;
+    setWindowTitle(QString::fromLatin1(kMainTitle) + QStringLiteral(" - [") + sub->windowTitle() +
+                   QStringLiteral("]"));
+  });
+  statusBar()->showMessage(QStringLiteral("Ready"));
+  resize(1280, 820);
+}
+
+MainWindow::~MainWindow() {
+  host_.Log().SetAppendListener(nullptr);
+  exiting_ = true;
+}
+
+void MainWindow::ApplyLook() { setStyleSheet(QString::fromLatin1(kNormalBlue)); }
+
+void MainWindow::CreateSessionPane() {
+  session_doc_ = new QDockWidget(QStringLiteral("Session"), this);
+  session_doc_->setObjectName(QStringLiteral("SessionDoc"));
+  // The pane is hidden and shown by its menu tool, never closed.
+  session_doc_->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetFloatable);
+  session_view_ = new QTextEdit(session_doc_);
+  session_view_->setObjectName(QStringLiteral("SessionView"));
+  session_view_->setReadOnly(true);
+  session_doc_->setWidget(session_view_);
+  addDockWidget(Qt::BottomDockWidgetArea, session_doc_);
+  resizeDocks({session_doc_}, {140}, Qt::Vertical);
+  session_view_->setFont(QFont(QStringLiteral("Arial"), 10));
+  session_view_->setPlainText(QString::fromStdString(host_.Log().Text()));
+  host_.Log().SetAppendListener([this](std::string_view line) {
+    QTextCursor cursor(session_view_->document());
+    cursor.movePosition(QTextCursor::End);
+    cursor.insertBlock();
+    QString text = QString::fromUtf8(line.data(), static_cast<qsizetype>(line.size()));
+    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    cursor.insertText(text);
+    session_view_->verticalScrollBar()->setValue(session_view_->verticalScrollBar()->maximum());
+  });
+}
+
+void MainWindow::CreateBars() {
+  QHash<QString, QHash<QString, QMenu*>> submenus;
+  for (const auto& [key, caption] : kMenus) {
+    QMenu* menu = menuBar()->addMenu(QString::fromLatin1(caption));
+    menu->setObjectName(QString::fromLatin1(key));
+    menus_.insert(QString::fromLatin1(key), menu);
+  }
+  for (const shell::ToolCommand& command : shell::ToolCommands()) {
+    const QString key = QString::fromLatin1(command.key.data(), static_cast<qsizetype>(command.key.size()));
+    if (tools_.contains(key)) continue;
+    const QString group = QString::fromLatin1(command.menu.data(), static_cast<qsizetype>(command.menu.size()));
+    QMenu* menu = menus_.value(group);
+    if (!command.submenu.empty()) {
+      const QString name = QString::fromUtf8(command.submenu.data(), static_cast<qsizetype>(command.submenu.size()));
+      QMenu*& sub = submenus[group][name];
+      if (!sub) sub = menu->addMenu(name);
+      menu = sub;
+    }
+    auto* action = new QAction(QString::fromUtf8(command.caption.data(), static_cast<qsizetype>(command.caption.size())), this);
+    action->setObjectName(key);
+    bool unbuilt = command.scope == shell::CommandScope::Core && command.run == nullptr;
+    for (const char* window_key : kUnbuiltWindowKeys) unbuilt |= key == QLatin1String(window_key);
+    action->setProperty("unbuilt", unbuilt);
+    action->setEnabled(!unbuilt);
+    connect(action, &QAction::triggered, this, [this, action] { ToolClick(action); });
+    menu->addAction(action);
+    if (key == QLatin1String("mnuExit") || key == QLatin1String("mnuWorkSheetPrint")) menu->addSeparator();
+    tools_.insert(key, action);
+  }
+  for (const char* key : {"mnuStandardToolbar", "mnuFormatToolbar", "mnuStatusBar", "mnuSession"}) {
+    tools_.value(QString::fromLatin1(key))->setCheckable(true);
+    tools_.value(QString::fromLatin1(key))->setChecked(true);
+  }
+  tools_.value(QStringLiteral("mnuNew"))->setShortcut(QKeySequence::New);
+  tools_.value(QStringLiteral("mnuOpen"))->setShortcut(QKeySequence::Open);
+  tools_.value(QStringLiteral("mnuCut"))->setShortcut(QKeySequence::Cut);
+  tools_.value(QStringLiteral("mnuCopy"))->setShortcut(QKeySequence::Copy);
+  tools_.value(QStringLiteral("mnuPaste"))->setShortcut(QKeySequence::Paste);
+  tools_.value(QStringLiteral("mnuDel"))->setShortcut(QKeySequence::Delete);
+  tools_.value(QStringLiteral("mnuFind"))->setShortcut(QKeySequence::Find);
+  tools_.value(QStringLiteral("mnuFindNext"))->setShortcut(QKeySequence::FindNext);
+  tools_.value(QStringLiteral("mnuReplace"))->setShortcut(QKeySequence::Replace);
+  tools_.value(QStringLiteral("mnuBold"))->setShortcut(QKeySequence::Bold);
+  tools_.value(QStringLiteral("mnuItalic"))->setShortcut(QKeySequence::Italic);
+  tools_.value(QStringLiteral("mnuUnderline"))->setShortcut(QKeySequence::Underline);
+
+  // Undo and redo follow the active worksheet's history.
+  QMenu* edit = menus_.value(QStringLiteral("mnuEdit"));
+  auto* undo = new QAction(QStringLiteral("&Undo"), this);
+  undo->setObjectName(QStringLiteral("miUndo"));
+  undo->setShortcut(QKeySequence::Undo);
+  auto* redo = new QAction(QStringLiteral("&Redo"), this);
+  redo->setObjectName(QStringLiteral("miRedo"));
+  redo->setShortcut(QKeySequence::Redo);
+  connect(undo, &QAction::triggered, this, [this] {
+    if (auto* sheet = ActiveWorksheetWindow()) sheet->UndoStack()->undo();
+  });
+  connect(redo, &QAction::triggered, this, [this] {
+    if (auto* sheet = ActiveWorksheetWindow()) sheet->UndoStack()->redo();
+  });
+  edit->insertActions(edit->actions().value(0), {undo, redo});
+  edit->insertSeparator(edit->actions().value(2));
+  tools_.insert(undo->objectName(), undo);
+  tools_.insert(redo->objectName(), redo);
+
+  bar_standard_ = addToolBar(QStringLiteral("Standard"));
+  bar_standard_->setObjectName(QStringLiteral("barStandard"));
+  bar_standard_->setIconSize(QSize(28, 24));
+  for (const auto& [key, text] : kStandardBar) {
+    if (!key) {
+      bar_standard_->addSeparator();
+      continue;
+    }
+    QAction* action = tools_.value(QString::fromLatin1(key));
+    if (action->icon().isNull()) action->setIcon(TextIcon(QString::fromLatin1(text), IconFont(8, true)));
+    bar_standard_->addAction(action);
+  }
+  bar_format_ = addToolBar(QStringLiteral("Format"));
+  bar_format_->setObjectName(QStringLiteral("barFormat"));
+  bar_format_->setIconSize(QSize(28, 24));
+  tools_.value(QStringLiteral("mnuBold"))->setIcon(TextIcon(QStringLiteral("B"), IconFont(13, true)));
+  tools_.value(QStringLiteral("mnuItalic"))->setIcon(TextIcon(QStringLiteral("I"), IconFont(13, false, true)));
+  tools_.value(QStringLiteral("mnuUnderline"))->setIcon(TextIcon(QStringLiteral("U"), IconFont(13, false, false, true)));
+  tools_.value(QStringLiteral("mnuLeft"))->setIcon(TextIcon(QStringLiteral("\u2261\u2190"), IconFont(10)));
+  tools_.value(QStringLiteral("mnuCenter"))->setIcon(TextIcon(QStringLiteral("\u2261"), IconFont(13)));
+  tools_.value(QStringLiteral("mnuRight"))->setIcon(TextIcon(QStringLiteral("\u2192\u2261"), IconFont(10)));
+  for (const char* key : {"mnuBold", "mnuItalic", "mnuUnderline", "mnuLeft", "mnuCenter", "mnuRight"})
+    bar_format_->addAction(tools_.value(QString::fromLatin1(key)));
+  bar_format_->addSeparator();
+  // The colour tools are told apart by their category, not by a key.
+  const std::pair<const char*, const char*> colors[] = {{"miForeColor", "Font Colour"}, {"miBackColor", "Fill Colour"}};
+  for (const auto& [key, caption] : colors) {
+    auto* action = new QAction(QString::fromLatin1(caption), this);
+    action->setObjectName(QString::fromLatin1(key));
+    action->setProperty("Category", QStringLiteral("Color"));
+    const bool back = QLatin1String(key) == QLatin1String("miBackColor");
+    action->setIcon(TextIcon(back ? QStringLiteral("\u25A7") : QStringLiteral("A"), IconFont(13, true),
+                             back ? QColor(230, 160, 0) : QColor(200, 0, 0)));
+    connect(action, &QAction::triggered, this, [this, action] { ToolClick(action); });
+    bar_format_->addAction(action);
+    tools_.insert(action->objectName(), action);
+  }
+  bar_standard_->toggleViewAction()->setObjectName(QStringLiteral("miVStandardToolbar"));
+  bar_format_->toggleViewAction()->setObjectName(QStringLiteral("miVFormatToolbar"));
+  tools_.insert(QStringLiteral("miVStandardToolbar"), bar_standard_->toggleViewAction());
+  tools_.insert(QStringLiteral("miVFormatToolbar"), bar_format_->toggleViewAction());
+  connect(bar_standard_->toggleViewAction(), &QAction::toggled, tools_.value(QStringLiteral("mnuStandardToolbar")),
+          &QAction::setChecked);
+  connect(bar_format_->toggleViewAction(), &QAction::toggled, tools_.value(QStringLiteral("mnuFormatToolbar")),
+          &QAction::setChecked);
+}
+
+void MainWindow::SetDocumentMenusEnabled(bool enabled) {
+  document_menus_enabled_ = enabled;
+  for (std::string_view name : DocumentDependentNames()) {
+    const QString key = QString::fromLatin1(name.data(), static_cast<qsizetype>(name.size()));
+    if (QMenu* menu = menus_.value(key)) {
+      menu->menuAction()->setEnabled(enabled);
+    } else if (key == QLatin1String("barStandard")) {
+      bar_standard_->setEnabled(enabled);
+    } else if (key == QLatin1String("barFormat")) {
+      bar_format_->setEnabled(enabled);
+    } else if (QAction* tool = tools_.value(key)) {
+      tool->setEnabled(enabled && !tool->property("unbuilt").toBool());
+    }
+  }
+  if (!enabled) setWindowTitle(QString::fromLatin1(kMainTitle));
+}
+
+void MainWindow::ToolClick(QAction* tool) {
+  if (!tool) return;
+  if (tool->property("Category").toString() == QLatin1String("Color")) {
+    ColorTool(tool);
+    return;
+  }
+  ToolClick(tool->objectName());
+}
+
+void MainWindow::ToolClick(const QString& key) {
+  const std::string name = key.toStdString();
+  const shell::ToolCommand* command = shell::FindToolCommand(name);
+  if (!command) return;
+  if (command->scope == shell::CommandScope::Window) {
+    if (const auto handler = window_commands_.value(key)) handler();
+    return;
+  }
+  if (!command->run) return;
+  try {
+    command->run(host_);
+  } catch (const std::exception&) {
+    // An analysis that fails at run time ends with the common failure message.
+    host_.Refuse("Please, input valid data");
+  }
+}
+
+WorksheetWindow* MainWindow::NewWorksheet() {
+  const std::string name = counter_.NextName();
+  auto* window = new WorksheetWindow(std::make_unique<worksheet::Worksheet>(name));
+  AddChild(window);
+  SetDocumentMenusEnabled(true);
+  host_.Log().AppendSessionLine(WorksheetMadeLine(name));
+  return window;
+}
+
+WorksheetWindow* MainWindow::OpenDataFile(const QString& path) {
+  auto sheet = std::make_unique<worksheet::Worksheet>();
+  try {
+    formats::ReadDelimitedFile(path.toStdString(), *sheet);
+  } catch (const std::exception& error) {
+    host_.ShowMessage({"Information", error.what(), shell::MessageIcon::Exclamation, shell::MessageButtons::Ok});
+    return nullptr;
+  }
+  sheet->ShrinkToFit();
+  sheet->SetName(counter_.NextName());
+  auto* window = new WorksheetWindow(std::move(sheet));
+  window->setToolTip(QFileInfo(path).absoluteFilePath());
+  AddChild(window);
+  SetDocumentMenusEnabled(true);
+  return window;
+}
+
+ResultWindowWidget* MainWindow::OpenResultWindow(const shell::ResultWindow& window) {
+  auto* widget = new ResultWindowWidget(window);
+  AddChild(widget);
+  return widget;
+}
+
+QMdiSubWindow* MainWindow::AddChild(QWidget* widget) {
+  const QSize wanted = widget->size();
+  QMdiSubWindow* sub = mdi_->addSubWindow(widget);
+  sub->setAttribute(Qt::WA_DeleteOnClose);
+  sub->setWindowIcon(windowIcon());
+  sub->resize(wanted + QSize(8, 30));
+  sub->installEventFilter(this);
+  sub->show();
+  mdi_->setActiveSubWindow(sub);
+  return sub;
+}
+
+WorksheetWindow* MainWindow::ActiveWorksheetWindow() const {
+  if (QMdiSubWindow* sub = mdi_->activeSubWindow())
+    if (auto* sheet = qobject_cast<WorksheetWindow*>(sub->widget())) return sheet;
+  return last_sheet_.data();
+}
+
+ResultWindowWidget* MainWindow::ActiveResultWindow() const {
+  QMdiSubWindow* sub = mdi_->activeSubWindow();
+  return sub ? qobject_cast<ResultWindowWidget*>(sub->widget()) : nullptr;
+}
+
+int MainWindow::DocumentWindowCount() const { return static_cast<int>(mdi_->subWindowList().size()); }
+
+bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+  auto* sub = qobject_cast<QMdiSubWindow*>(watched);
+  if (!sub || event->type() != QEvent::Close || exiting_) return QMainWindow::eventFilter(watched, event);
+  auto* sheet = qobject_cast<WorksheetWindow*>(sub->widget());
+  if (!sheet) return false;
+  const std::string caption = sub->windowTitle().toStdString();
+  if (sheet->HoldsData()) {
+    if (host_.ShowMessage(CloseWorksheetQuestion(caption)) != shell::MessageAnswer::Ok) {
+      event->ignore();
+      return true;
+    }
+    host_.Log().AppendSessionLine(WorksheetClosedLine(caption));
+  }
+  if (last_sheet_ == sheet) last_sheet_ = nullptr;
+  // The count still holds the closing window.
+  if (CloseDisablesMenus(DocumentWindowCount())) SetDocumentMenusEnabled(false);
+  return false;
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+  if (!exiting_ && ExitNeedsQuestion(DocumentWindowCount())) {
+    if (host_.ShowMessage(ExitQuestion()) != shell::MessageAnswer::Ok) {
+      event->ignore();
+      // Cancel brings the session pane back to its place.
+      session_doc_->setFloating(false);
+      if (dockWidgetArea(session_doc_) == Qt::NoDockWidgetArea) addDockWidget(Qt::BottomDockWidgetArea, session_doc_);
+      session_doc_->show();
+      tools_.value(QStringLiteral("mnuSession"))->setChecked(true);
+      return;
+    }
+  }
+  exiting_ = true;
+  if (find_) find_->close();
+  event->accept();
+}
+
+}  // namespace orvik::gui

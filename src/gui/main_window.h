@@ -1,0 +1,115 @@
+#pragma once
+
+#include <QAction>
+#include <QDockWidget>
+#include <QHash>
+#include <QMainWindow>
+#include <QMdiArea>
+#include <QPointer>
+#include <QTextEdit>
+#include <QToolBar>
+#include <functional>
+#include <memory>
+
+#include "gui/gui_host.h"
+#include "gui/shell_rules.h"
+#include "worksheet/worksheet.h"
+
+namespace orvik::gui {
+
+class WorksheetWindow;
+class ResultWindowWidget;
+class FindWorkSheet;
+
+// The main window `OrvikMainMDI`: the frame of every worksheet and result
+// window, the session pane `SessionDoc`, the menus and toolbars whose every
+// tool carries its key, and the one dispatch `ToolClick` on those keys.
+class MainWindow : public QMainWindow {
+  Q_OBJECT
+
+ public:
+  MainWindow();
+  ~MainWindow() override;
+
+  GuiHost& Host() { return host_; }
+  QMdiArea* Mdi() const { return mdi_; }
+  QDockWidget* SessionDoc() const { return session_doc_; }
+  QTextEdit* SessionView() const { return session_view_; }
+
+  // The tool of `key` (its object name), or null.
+  QAction* Tool(const QString& key) const { return tools_.value(key); }
+  // The bar's click: a colour tool goes to the colour procedure, any other
+  // tool to the dispatch on its key.
+  void ToolClick(QAction* tool);
+  // Runs the command of `key`; an unknown key does nothing.
+  void ToolClick(const QString& key);
+
+  // mnuNew: a new empty worksheet, "WorkSheet N".
+  WorksheetWindow* NewWorksheet();
+  // Opens a comma- or tab-separated file as a new worksheet; a file that
+  // cannot be read gives a message box and no window.
+  WorksheetWindow* OpenDataFile(const QString& path);
+  // Opens a result window as a child window.
+  ResultWindowWidget* OpenResultWindow(const shell::ResultWindow& window);
+
+  // The worksheet commands act on: the active child when it is a worksheet,
+  // else the worksheet that was active last.
+  WorksheetWindow* ActiveWorksheetWindow() const;
+  ResultWindowWidget* ActiveResultWindow() const;
+  int DocumentWindowCount() const;
+  // Whether the document menus, bars and file entries are on.
+  bool DocumentMenusEnabled() const { return document_menus_enabled_; }
+  FindWorkSheet* FindWindow() const { return find_; }
+
+  // Replaces the colour dialog of the colour tools (tests, scripts).
+  void SetColorChooser(std::function<QColor(bool background)> chooser) { color_chooser_ = std::move(chooser); }
+  // Replaces the file dialogs of open, import, export and picture saving.
+  void SetFileChooser(std::function<QString(bool save, const QString& filter)> chooser) {
+    file_chooser_ = std::move(chooser);
+  }
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void ApplyLook();
+  void CreateSessionPane();
+  void CreateBars();
+  void CreateWindowCommands();
+  void SetDocumentMenusEnabled(bool enabled);
+  QMdiSubWindow* AddChild(QWidget* widget);
+  void ColorTool(QAction* tool);
+  QString ChooseFile(bool save, const QString& filter);
+  void SaveChartPicture();
+  void ExportWorksheet();
+  void PrintActiveWorksheet();
+  void PrintActiveChart();
+  void ShowChartProperty();
+  void OpenFind(bool replace, bool next);
+  void RenameWorksheet();
+  void NameColumnHeader();
+  void SortWorksheet();
+  void StartCalculator();
+  void ArrangeIcons();
+  void TileWindows(bool horizontally);
+
+  GuiHost host_;
+  WorksheetCounter counter_;
+  QMdiArea* mdi_ = nullptr;
+  QDockWidget* session_doc_ = nullptr;
+  QTextEdit* session_view_ = nullptr;
+  QToolBar* bar_standard_ = nullptr;
+  QToolBar* bar_format_ = nullptr;
+  QHash<QString, QAction*> tools_;
+  QHash<QString, QMenu*> menus_;
+  QHash<QString, std::function<void()>> window_commands_;
+  QPointer<WorksheetWindow> last_sheet_;
+  FindWorkSheet* find_ = nullptr;
+  bool document_menus_enabled_ = true;
+  bool exiting_ = false;
+  std::function<QColor(bool)> color_chooser_;
+  std::function<QString(bool, const QString&)> file_chooser_;
+};
+
+}  // namespace orvik::gui

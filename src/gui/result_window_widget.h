@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QTableWidget>
+#include <QTabWidget>
+#include <QWidget>
+#include <vector>
+
+#include "shell/result_window.h"
+
+namespace orvik::gui {
+
+class ChartView;
+
+// A result window (`ControlForm` or `DataChart`) showing one core result
+// record: its charts on the first tab, its grid `DataView` on the second.
+class ResultWindowWidget : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit ResultWindowWidget(const shell::ResultWindow& window, QWidget* parent = nullptr);
+
+  const shell::ResultWindow& Record() const { return record_; }
+  const std::vector<ChartView*>& Charts() const { return charts_; }
+  // The chart that commands act on: the one last clicked, else the first.
+  ChartView* ActiveChart() const;
+  QTableWidget* DataView() const { return grid_; }
+  // The grid as tab-separated text, heading row first when it has one.
+  QString GridText() const;
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  shell::ResultWindow record_;
+  QTabWidget* tabs_ = nullptr;
+  QTableWidget* grid_ = nullptr;
+  std::vector<ChartView*> charts_;
+  ChartView* active_ = nullptr;
+};
+
+}  // namespace orvik::gui

@@ -1,0 +1,133 @@
+#include "gui/shell_rules.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+
+namespace orvik::gui {
+
+std::optional<RowColumnEditKind> RowColumnEditForKey(std::string_view key) {
+  if (key == "mnuInsertRow") return RowColumnEditKind::InsertRow;
+  if (key == "mnuInsertCol") return RowColumnEditKind::InsertColumn;
+  if (key == "mnuDelRow") return RowColumnEditKind::DeleteRow;
+  if (key == "mnuDelCol") return RowColumnEditKind::DeleteColumn;
+  return std::nullopt;
+}
+
+std::optional<FontStyle> FontStyleForKey(std::string_view key) {
+  if (key == "mnuBold") return FontStyle::Bold;
+  if (key == "mnuItalic") return FontStyle::Italic;
+  if (key == "mnuUnderline") return FontStyle::Underline;
+  return std::nullopt;
+}
+
+std::string WorksheetCounter::NextName() {
+  ++value_;
+  return "WorkSheet " + std::to_string(value_);
+}
+
+std::string WorksheetMadeLine(std::string_view caption) {
+  return std::string(caption) + " generation is completed";
+}
+
+std::string WorksheetClosedLine(std::string_view caption) {
+  return std::string(caption) + " elimination is completed";
+}
+
+shell::MessageBox CloseWorksheetQuestion(std::string_view caption) {
+  return shell::QuestionBox(std::string(caption) + " include data" + "\r\n" + "\r" +
+                            " Are you sure you want to close?");
+}
+
+shell::MessageBox ExitQuestion() {
+  return shell::QuestionBox(std::string("WorkSheets or Windows are still open.") + "\r\n" + "\r" +
+                            "Are you sure you want to end your session?");
+}
+
+bool ExitNeedsQuestion(int open_document_windows) { return open_document_windows > 0; }
+
+bool CloseDisablesMenus(int open_document_windows) { return open_document_windows == 1; }
+
+const std::vector<std::string_view>& DocumentDependentNames() {
+  static const std::vector<std::string_view> names = {
+      "mnuSave",  "mnuSaveAs", "mnuDataImport", "mnuDataExport", "mnuPrint",          "barStandard",
+      "barFormat", "miVStandardToolbar", "miVFormatToolbar", "mnuEdit", "mnuTool", "mnuGraph",
+      "mnuAnalysis", "mnuView", "mnuWindow"};
+  return names;
+}
+
+worksheet::GridSelection SelectionFromGrid(const std::optional<GridRange>& range, GridPoint anchor, long grid_rows,
+                                           long grid_cols) {
+  worksheet::GridSelection selection;
+  if (!range) return selection;
+  selection.IsBlockSelected = true;
+  // The start is the rectangle's side the anchor lies on; an anchor outside
+  // the rectangle (a selection made by the program) starts at its top left.
+  auto ends = [](long first, long last, long at) {
+    return at == last && first != last ? std::pair{last, first} : std::pair{first, last};
+  };
+  const auto [col, col2] = ends(range->left, range->right, anchor.col);
+  const auto [row, row2] = ends(range->top, range->bottom, anchor.row);
+  const bool all_rows = range->top == 0 && range->bottom == grid_rows - 1;
+  const bool all_cols = range->left == 0 && range->right == grid_cols - 1;
+  selection.SelBlockCol = all_cols ? -1 : col + 1;
+  selection.SelBlockCol2 = all_cols ? -1 : col2 + 1;
+  selection.SelBlockRow = all_rows ? -1 : row + 1;
+  selection.SelBlockRow2 = all_rows ? -1 : row2 + 1;
+  return selection;
+}
+
+std::string FormatCommaSeparated(const std::vector<std::vector<std::string>>& cells) {
+  std::string out;
+  for (const auto& row : cells) {
+    for (std::size_t c = 0; c < row.size(); ++c) {
+      if (c > 0) out += ',';
+      const std::string& cell = row[c];
+      if (cell.find_first_of(",\"\r\n") == std::string::npos) {
+        out += cell;
+        continue;
+      }
+      out += '"';
+      for (char ch : cell) {
+        if (ch == '"') out += '"';
+        out += ch;
+      }
+      out += '"';
+    }
+    out += "\r\n";
+  }
+  return out;
+}
+
+std::string ShortestNumber(double value) {
+  std::array<char, 64> buffer{};
+  const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
+  return std::string(buffer.data(), result.ptr);
+}
+
+std::string PointInfoText(long number, double value) {
+  return "Number: " + std::to_string(number) + " | Value: " + ShortestNumber(value);
+}
+
+std::string CusumPointInfoText(long number, double upper_sum, double lower_sum) {
+  return "Number: " + std::to_string(number) + " | C+: " + ShortestNumber(upper_sum) +
+         " | C-: " + ShortestNumber(lower_sum);
+}
+
+bool ShowsPointInfo(std::string_view window_title, std::string_view chart_name, bool only_chart) {
+  static constexpr std::array<std::string_view, 7> upper = {
+      "xbar-R control chart", "x-MR control chart", "xbar control chart", "xbar-s control chart",
+      "np control chart",     "CUSUM control chart", "CV control chart"};
+  static constexpr std::array<std::string_view, 12> lower = {
+      "xbar-R control chart", "x-MR control chart", "xbar-s control chart", "S control chart",
+      "R control chart",      "p control chart",    "np control chart",     "c control chart",
+      "u control chart",      "EWMA control chart", "MA control chart",     "MR control chart"};
+  const bool in_upper = std::find(upper.begin(), upper.end(), window_title) != upper.end();
+  const bool in_lower = std::find(lower.begin(), lower.end(), window_title) != lower.end();
+  if (only_chart) return in_upper || in_lower;
+  if (chart_name == "ChartOne") return in_upper;
+  if (chart_name == "ChartTwo") return in_lower;
+  return false;
+}
+
+}  // namespace orvik::gui

@@ -1,0 +1,274 @@
+#include <QAbstractButton>
+#include <QDockWidget>
+#include <QTimer>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QMessageBox>
+#include <QScrollBar>
+#include <QTest>
+#include <QTextEdit>
+#include <QToolBar>
+
+#include "gui/main_window.h"
+#include "gui/result_window_widget.h"
+#include "gui/worksheet_window.h"
+#include "shell/tool_dispatch.h"
+
+using namespace orvik;
+using orvik::gui::MainWindow;
+
+class MainWindowTest : public QObject {
+  Q_OBJECT
+
+ private:
+  // The window under test answers every message box with `answer` and
+  // records the boxes.
+  std::unique_ptr<MainWindow> window_;
+  std::vector<shell::MessageBox> asked_;
+  shell::MessageAnswer answer_ = shell::MessageAnswer::Ok;
+
+  QStringList OpenTitles() const {
+    QStringList titles;
+    for (QMdiSubWindow* sub : window_->Mdi()->subWindowList()) titles << sub->windowTitle();
+    return titles;
+  }
+  QString LogText() const { return QString::fromStdString(window_->Host().Log().Text()); }
+  bool GroupEnabled(const char* name) const {
+    return window_->findChild<QMenu*>(QString::fromLatin1(name))->menuAction()->isEnabled();
+  }
+
+ private slots:
+  void init() {
+    window_ = std::make_unique<MainWindow>();
+    asked_.clear();
+    answer_ = shell::MessageAnswer::Ok;
+    window_->Host().SetMessageResponder([this](const shell::MessageBox& box) {
+      asked_.push_back(box);
+      return answer_;
+    });
+    window_->show();
+  }
+  void cleanup() { window_.reset(); }
+
+  void startsWithTheSessionPaneAndWelcomeLine() {
+    QCOMPARE(window_->objectName(), QStringLiteral("OrvikMainMDI"));
+    QCOMPARE(window_->windowTitle(), QStringLiteral("Orvik 2.0"));
+    auto* dock = window_->findChild<QDockWidget*>(QStringLiteral("SessionDoc"));
+    QVERIFY(dock);
+    QVERIFY(window_->dockWidgetArea(dock) != Qt::NoDockWidgetArea);
+    auto* view = window_->findChild<QTextEdit*>(QStringLiteral("SessionView"));
+    QVERIFY(view);
+    QVERIFY(view->isReadOnly());
+    QCOMPARE(view->font().family(), QStringLiteral("Arial"));
+    QCOMPARE(view->toPlainText(), QStringLiteral("Welcome to Orvik 2.0"));
+    // Nothing to work on yet: the document menus and bars are off.
+    QVERIFY(!GroupEnabled("mnuAnalysis"));
+    QVERIFY(!window_->findChild<QToolBar*>(QStringLiteral("barStandard"))->isEnabled());
+    QVERIFY(window_->Tool(QStringLiteral("mnuNew"))->isEnabled());
+  }
+
+  void sessionPaneFollowsTheLogToItsEnd() {
+    for (int i = 0; i < 200; ++i) window_->Host().Log().AppendSessionLine("line " + std::to_string(i));
+    QTextEdit* view = window_->SessionView();
+    QVERIFY(view->toPlainText().startsWith(QStringLiteral("Welcome to Orvik 2.0\nline 0\nline 1\n")));
+    QVERIFY(view->toPlainText().endsWith(QStringLiteral("\nline 199")));
+    QCOMPARE(view->verticalScrollBar()->value(), view->verticalScrollBar()->maximum());
+    // Text that looks like markup stays text.
+    window_->Host().Log().AppendSessionLine("<b>x</b>");
+    QVERIFY(view->toPlainText().endsWith(QStringLiteral("\n<b>x</b>")));
+  }
+
+  void everyToolKeyHasOneActionInItsMenu() {
+    for (const shell::ToolCommand& command : shell::ToolCommands()) {
+      const QString key = QString::fromLatin1(command.key.data(), command.key.size());
+      const auto actions = window_->findChildren<QAction*>(key);
+      QVERIFY2(actions.size() == 1, qPrintable(key));
+      QWidget* holder = nullptr;
+      for (QObject* object : actions.front()->associatedObjects())
+        if (auto* menu = qobject_cast<QMenu*>(object)) holder = menu;
+      QVERIFY2(holder, qPrintable(key));
+      // The group is the menu itself or the menu holding its submenu.
+      QString group = holder->objectName();
+      if (group.isEmpty()) group = holder->parentWidget()->objectName();
+      QCOMPARE(group, QString::fromLatin1(command.menu.data(), command.menu.size()));
+      if (command.scope == shell::CommandScope::Core && command.run == nullptr)
+        QVERIFY2(!actions.front()->isEnabled(), qPrintable(key));
+    }
+    QVERIFY(window_->findChild<QAction*>(QStringLiteral("miVStandardToolbar")));
+    QVERIFY(window_->findChild<QAction*>(QStringLiteral("miVFormatToolbar")));
+    QVERIFY(window_->findChild<QToolBar*>(QStringLiteral("barFormat")));
+  }
+
+  void dispatchRunsTheKeysCommandAndIgnoresUnknownKeys() {
+    window_->ToolClick(QStringLiteral("mnuNoSuchKey"));
+    window_->ToolClick(QStringLiteral("miBackColor"));  // a colour tool by key alone is no command
+    QCOMPARE(window_->DocumentWindowCount(), 0);
+    window_->Tool(QStringLiteral("mnuNew"))->trigger();
+    QCOMPARE(OpenTitles(), QStringList{QStringLiteral("WorkSheet 1")});
+    QVERIFY(LogText().endsWith(QStringLiteral("Welcome to Orvik 2.0\r\nWorkSheet 1 generation is completed")));
+    // A command still to come does nothing.
+    window_->ToolClick(QStringLiteral("mnuRun"));
+    QCOMPARE(window_->DocumentWindowCount(), 1);
+    QVERIFY(asked_.empty());
+  }
+
+  void closedWorksheetNumbersAreNotReused() {
+    window_->NewWorksheet();
+    gui::WorksheetWindow* second = window_->NewWorksheet();
+    window_->NewWorksheet();
+    second->parentWidget()->close();  // empty: closes without asking
+    QTest::qWait(0);
+    QVERIFY(asked_.empty());
+    window_->ToolClick(QStringLiteral("mnuNew"));
+    QCOMPARE(OpenTitles(), (QStringList{"WorkSheet 1", "WorkSheet 3", "WorkSheet 4"}));
+    QVERIFY(LogText().endsWith(QStringLiteral("\r\nWorkSheet 4 generation is completed")));
+  }
+
+  void closingASheetWithDataAsksFirst() {
+    gui::WorksheetWindow* sheet = window_->NewWorksheet();
+    sheet->Editor().SetCell(1, 1, "5");
+    const QString before = LogText();
+    answer_ = shell::MessageAnswer::Cancel;
+    QVERIFY(!sheet->parentWidget()->close());
+    QCOMPARE(asked_.size(), std::size_t{1});
+    QCOMPARE(asked_[0], gui::CloseWorksheetQuestion("WorkSheet 1"));
+    QCOMPARE(LogText(), before);
+    QCOMPARE(window_->DocumentWindowCount(), 1);
+    answer_ = shell::MessageAnswer::Ok;
+    QVERIFY(sheet->parentWidget()->close());
+    QVERIFY(LogText().endsWith(QStringLiteral("\r\nWorkSheet 1 elimination is completed")));
+  }
+
+  void closingTheLastDocumentWindowSwitchesTheMenusOff() {
+    gui::WorksheetWindow* first = window_->NewWorksheet();
+    gui::WorksheetWindow* second = window_->NewWorksheet();
+    QVERIFY(window_->windowTitle().contains(QStringLiteral("WorkSheet 2")));
+    QVERIFY(GroupEnabled("mnuEdit"));
+    QVERIFY(window_->Tool(QStringLiteral("mnuDataExport"))->isEnabled());
+    first->parentWidget()->close();
+    QTest::qWait(0);
+    // Another window is still open: nothing is switched off.
+    QVERIFY(window_->DocumentMenusEnabled());
+    QVERIFY(GroupEnabled("mnuAnalysis"));
+    second->parentWidget()->close();
+    QTest::qWait(0);
+    QVERIFY(!window_->DocumentMenusEnabled());
+    for (const char* group : {"mnuEdit", "mnuTool", "mnuGraph", "mnuAnalysis", "mnuView", "mnuWindow"})
+      QVERIFY2(!GroupEnabled(group), group);
+    for (const char* tool : {"mnuDataImport", "mnuDataExport", "mnuPrint", "miVStandardToolbar", "miVFormatToolbar"})
+      QVERIFY2(!window_->Tool(QString::fromLatin1(tool))->isEnabled(), tool);
+    QVERIFY(!window_->findChild<QToolBar*>(QStringLiteral("barFormat"))->isEnabled());
+    QCOMPARE(window_->windowTitle(), QStringLiteral("Orvik 2.0"));
+    QVERIFY(GroupEnabled("mnuFile"));
+    // Making a worksheet switches them on again; unbuilt tools stay off.
+    window_->NewWorksheet();
+    QVERIFY(GroupEnabled("mnuView"));
+    QVERIFY(window_->Tool(QStringLiteral("mnuPrint"))->isEnabled());
+    QVERIFY(!window_->Tool(QStringLiteral("mnuSave"))->isEnabled());
+  }
+
+  void closingAWorksheetBesideAResultWindowKeepsTheMenus() {
+    gui::WorksheetWindow* sheet = window_->NewWorksheet();
+    window_->Host().ShowResultWindow(shell::MakeDataChart("Histogram"));
+    QCOMPARE(window_->DocumentWindowCount(), 2);
+    QVERIFY(window_->ActiveResultWindow());
+    sheet->parentWidget()->close();
+    QTest::qWait(0);
+    QVERIFY(window_->DocumentMenusEnabled());
+  }
+
+  void exitAsksOnlyWhileDocumentWindowsAreOpen() {
+    window_->NewWorksheet();
+    window_->ToolClick(QStringLiteral("mnuSession"));  // hidden by the user
+    QVERIFY(window_->SessionDoc()->isHidden());
+    answer_ = shell::MessageAnswer::Cancel;
+    window_->ToolClick(QStringLiteral("mnuExit"));
+    QCOMPARE(asked_.size(), std::size_t{1});
+    QCOMPARE(asked_[0], gui::ExitQuestion());
+    QVERIFY(window_->isVisible());
+    // Cancel docks the session pane again.
+    QVERIFY(!window_->SessionDoc()->isHidden());
+    QVERIFY(!window_->SessionDoc()->isFloating());
+    answer_ = shell::MessageAnswer::Ok;
+    QVERIFY(window_->close());
+    QCOMPARE(asked_.size(), std::size_t{2});
+  }
+
+  void exitWithoutWindowsDoesNotAsk() {
+    QVERIFY(window_->close());
+    QVERIFY(asked_.empty());
+  }
+
+  void messageBoxesShowTheExactTitleTextIconAndButtons() {
+    std::unique_ptr<QMessageBox> box(gui::MakeMessageBox(gui::ExitQuestion(), nullptr));
+    QCOMPARE(box->windowTitle(), QStringLiteral("Confirmation"));
+    QCOMPARE(box->text(),
+             QStringLiteral("WorkSheets or Windows are still open.\r\n\rAre you sure you want to end your session?"));
+    QCOMPARE(box->icon(), QMessageBox::Question);
+    QCOMPARE(box->standardButtons(), QMessageBox::Ok | QMessageBox::Cancel);
+    box.reset(gui::MakeMessageBox(shell::RefusalBox("Please, select valid data"), nullptr));
+    QCOMPARE(box->windowTitle(), QStringLiteral("Confirmation Data"));
+    QCOMPARE(box->icon(), QMessageBox::Warning);
+    QCOMPARE(box->standardButtons(), QMessageBox::StandardButtons(QMessageBox::Ok));
+  }
+
+  void aRealMessageBoxAnswersThroughItsButtons() {
+    window_->Host().SetMessageResponder(nullptr);
+    QTimer::singleShot(50, [] {
+      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      QVERIFY(box);
+      QCOMPARE(box->windowTitle(), QStringLiteral("Confirmation"));
+      box->button(QMessageBox::Cancel)->click();
+    });
+    QVERIFY(!window_->Host().Ask("Continue?"));
+  }
+
+  void colourToolsGoToTheColourProcedure() {
+    gui::WorksheetWindow* sheet = window_->NewWorksheet();
+    sheet->SelectBlock(1, 1, 2, 2);
+    window_->SetColorChooser([](bool background) { return background ? QColor(255, 255, 0) : QColor(255, 0, 0); });
+    window_->ToolClick(window_->Tool(QStringLiteral("miBackColor")));
+    window_->ToolClick(window_->Tool(QStringLiteral("miForeColor")));
+    QCOMPARE(sheet->Editor().Formats().At(2, 2).background, std::optional<std::uint32_t>(0xFFFF00));
+    QCOMPARE(sheet->Editor().Formats().At(1, 1).foreground, std::optional<std::uint32_t>(0xFF0000));
+    QVERIFY(!sheet->Editor().Formats().At(3, 3).background);
+  }
+
+  void viewTogglesShowAndHideWithTheirCheckMarks() {
+    window_->NewWorksheet();
+    auto* bar = window_->findChild<QToolBar*>(QStringLiteral("barFormat"));
+    window_->ToolClick(QStringLiteral("mnuFormatToolbar"));
+    QVERIFY(bar->isHidden());
+    QVERIFY(!window_->Tool(QStringLiteral("mnuFormatToolbar"))->isChecked());
+    QVERIFY(!window_->Tool(QStringLiteral("miVFormatToolbar"))->isChecked());
+    window_->Tool(QStringLiteral("mnuFormatToolbar"))->trigger();
+    QVERIFY(!bar->isHidden());
+    QVERIFY(window_->Tool(QStringLiteral("mnuFormatToolbar"))->isChecked());
+  }
+
+  void windowCommandsActOnTheActiveWindow() {
+    gui::WorksheetWindow* sheet = window_->NewWorksheet();
+    sheet->Editor().SetCell(1, 1, "1");
+    sheet->SelectBlock(1, 1, 1, 1);
+    window_->ToolClick(QStringLiteral("mnuInsertRow"));
+    QCOMPARE(sheet->Sheet().Text(2, 1), std::string_view("1"));
+    window_->ToolClick(QStringLiteral("mnuBold"));
+    QVERIFY(sheet->Editor().Formats().At(1, 1).bold);
+    window_->ToolClick(QStringLiteral("miUndo"));  // not a dispatch key
+    window_->Tool(QStringLiteral("miUndo"))->trigger();
+    QVERIFY(!sheet->Editor().Formats().At(1, 1).bold);
+    window_->NewWorksheet();
+    window_->ToolClick(QStringLiteral("mnuTileH"));
+    const auto subs = window_->Mdi()->subWindowList();
+    QCOMPARE(subs[0]->width(), subs[1]->width());
+    QVERIFY(subs[0]->geometry().bottom() < subs[1]->geometry().top());
+    window_->ToolClick(QStringLiteral("mnuTileV"));
+    QVERIFY(subs[0]->geometry().right() < subs[1]->geometry().left());
+    QCOMPARE(subs[0]->height(), subs[1]->height());
+    window_->ToolClick(QStringLiteral("mnuCascade"));
+    QCOMPARE(window_->DocumentWindowCount(), 2);
+  }
+};
+
+QTEST_MAIN(MainWindowTest)
+#include "main_window_test.moc"

@@ -1,0 +1,324 @@
+#include <QCheckBox>
+#include <QElapsedTimer>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTabWidget>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include "gui/chart_view.h"
+#include "gui/model_dialog.h"
+#include "gui/result_window_widget.h"
+#include "gui/tool_dialogs.h"
+
+using namespace orvik;
+using orvik::gui::ChartView;
+using orvik::gui::ResultWindowWidget;
+
+namespace {
+
+shell::ResultWindow TwoChartWindow() {
+  shell::ResultWindow window = shell::MakeControlForm("xbar-R control chart", true);
+  shell::ChartSeries& one = window.Chart("ChartOne");
+  one.title = "xbar";
+  one.xTitle = "Sample";
+  one.series.push_back({"xbar", shell::SeriesType::Line, {}, {10, 11, 9.5, 12.75, 10}, {4}, {}, false});
+  one.lines.push_back({shell::LineOrientation::Horizontal, 12.5, "UCL= 12.5", {}, false});
+  one.lines.push_back({shell::LineOrientation::Horizontal, 10.6, "CL= 10.6", {}, false});
+  one.lines.push_back({shell::LineOrientation::Horizontal, 8.7, "LCL= 8.7", {}, true});
+  shell::ChartSeries& two = window.Chart("ChartTwo");
+  two.series.push_back({"R", shell::SeriesType::Line, {}, {1, 2, 1.5, 3, 2}, {}, {}, false});
+  window.table->columns = {"xbar", "xbar UCL"};
+  window.table->AddRow({"10", "12.5"});
+  window.table->AddRow({});
+  window.table->AddRow({" [xbar & R Code] "}, shell::RowStyle{{}, shell::kBlue, false});
+  return window;
+}
+
+// Saves a picture of `widget` when ORVIK_SCREENSHOT_DIR names a folder, so
+// that a developer can look at the windows these tests build.
+void MaybeSavePicture(QWidget& widget, const char* name) {
+  const QByteArray dir = qgetenv("ORVIK_SCREENSHOT_DIR");
+  if (dir.isEmpty()) return;
+  widget.resize(900, 650);
+  widget.show();
+  if (!QTest::qWaitForWindowExposed(&widget)) return;
+  widget.grab().save(QString::fromLocal8Bit(dir) + QLatin1Char('/') + QLatin1String(name));
+}
+
+int CountItems(QCustomPlot* plot, const char* class_name) {
+  int count = 0;
+  for (int i = 0; i < plot->itemCount(); ++i)
+    if (QString::fromLatin1(plot->item(i)->metaObject()->className()) == QLatin1String(class_name)) ++count;
+  return count;
+}
+
+QStringList Texts(QCustomPlot* plot) {
+  QStringList texts;
+  for (int i = 0; i < plot->itemCount(); ++i)
+    if (auto* text = qobject_cast<QCPItemText*>(plot->item(i))) texts << text->text();
+  return texts;
+}
+
+// A small dialog: a limit text box that the second option button switches
+// off, a check box, OK refusing an empty limit.
+class LimitDialog : public shell::DialogModel {
+ public:
+  LimitDialog() : DialogModel("TestLimit", "Limits") {
+    AddControl({"Uppertxt", shell::ControlKind::TextBox, "Upper", "", false, true, ""});
+    AddControl({"AnalysisOpt", shell::ControlKind::OptionButton, "Computed", "", false, true, "limits"});
+    AddControl({"ControlOpt", shell::ControlKind::OptionButton, "Given", "", true, true, "limits"});
+    AddControl({"SubYes", shell::ControlKind::CheckBox, "Subgroups", "", false, true, ""});
+  }
+  std::string stored;
+
+ protected:
+  void OnClick(const std::string& control) override {
+    if (control == "AnalysisOpt" || control == "ControlOpt")
+      MutableControl("Uppertxt").enabled = Control("ControlOpt").checked;
+  }
+  void OnFocusLost(const std::string& control) override {
+    // Leaving the box trims the blanks the user typed.
+    std::string& text = MutableControl(control).text;
+    while (!text.empty() && text.back() == ' ') text.pop_back();
+  }
+  bool OnOk(shell::Host& host) override {
+    if (Control("ControlOpt").checked && Control("Uppertxt").text.empty()) {
+      host.Refuse("Include improper data or null cells");
+      return false;
+    }
+    stored = Control("Uppertxt").text;
+    return true;
+  }
+  void OnCancel(shell::Host& host) override { host.Log().AppendSessionLine("Cancel input specification"); }
+};
+
+class RecordingHost : public shell::Host {
+ public:
+  std::vector<shell::MessageBox> boxes;
+  shell::MessageAnswer ShowMessage(const shell::MessageBox& box) override {
+    boxes.push_back(box);
+    return shell::MessageAnswer::Ok;
+  }
+  shell::DialogOutcome RunDialog(shell::DialogModel&) override { return shell::DialogOutcome::Cancelled; }
+  void ShowResultWindow(shell::ResultWindow) override {}
+  worksheet::Worksheet* ActiveWorksheet() override { return nullptr; }
+};
+
+}  // namespace
+
+class ResultWindowTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void controlFormHoldsItsNamedChartsAndGrid() {
+    ResultWindowWidget window(TwoChartWindow());
+    QCOMPARE(window.objectName(), QStringLiteral("ControlForm"));
+    QVERIFY(window.findChild<QTabWidget*>(QStringLiteral("ControlTab")));
+    auto* one = window.findChild<ChartView*>(QStringLiteral("ChartOne"));
+    auto* two = window.findChild<ChartView*>(QStringLiteral("ChartTwo"));
+    QVERIFY(one && two);
+    // The series, and its marked point drawn apart in red squares.
+    QCOMPARE(one->graphCount(), 2);
+    QCOMPARE(one->graph(1)->dataCount(), 1);
+    QCOMPARE(one->graph(1)->data()->at(0)->value, 12.75);
+    QCOMPARE(one->graph(1)->scatterStyle().shape(), QCPScatterStyle::ssSquare);
+    QCOMPARE(one->graph(0)->data()->at(0)->key, 1.0);  // points numbered from 1
+    QCOMPARE(CountItems(one, "QCPItemStraightLine"), 3);
+    QVERIFY(Texts(one).contains(QStringLiteral("UCL= 12.5")));
+    QVERIFY(Texts(one).contains(QStringLiteral("LCL= 8.7")));
+    QCOMPARE(one->xAxis->label(), QStringLiteral("Sample"));
+    // Limit lines lie inside the value range.
+    QVERIFY(one->yAxis->range().contains(12.75) && one->yAxis->range().contains(8.7));
+
+    QTableWidget* grid = window.findChild<QTableWidget*>(QStringLiteral("DataView"));
+    QCOMPARE(grid->rowCount(), 3);
+    QCOMPARE(grid->horizontalHeaderItem(1)->text(), QStringLiteral("xbar UCL"));
+    QCOMPARE(grid->item(2, 0)->foreground().color(), QColor(0, 0, 255));
+    QCOMPARE(window.GridText(), QStringLiteral("xbar\txbar UCL\r\n10\t12.5\r\n\r\n [xbar & R Code] \r\n"));
+    MaybeSavePicture(window, "control_form.png");
+  }
+
+  void pointInformationOnAClickFollowsTheTitle() {
+    ResultWindowWidget window(TwoChartWindow());
+    auto* one = window.findChild<ChartView*>(QStringLiteral("ChartOne"));
+    QVERIFY(one->ShowsPointInfo());
+    QCOMPARE(one->ShowPointInfo(0, 3), QStringLiteral("Number: 4 | Value: 12.75"));
+    QCOMPARE(one->PointInfo(), QStringLiteral("Number: 4 | Value: 12.75"));
+    QCOMPARE(one->ShowPointInfo(0, 99), QString());
+    // A real click on the first point goes through the chart's own signal.
+    window.resize(800, 700);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    one->replot();
+    const QPoint at(int(one->xAxis->coordToPixel(2)), int(one->yAxis->coordToPixel(11)));
+    QTest::mouseClick(one, Qt::LeftButton, Qt::NoModifier, at);
+    QCOMPARE(one->PointInfo(), QStringLiteral("Number: 2 | Value: 11"));
+
+    shell::ResultWindow histogram = shell::MakeDataChart("Histogram");
+    histogram.Chart("DataChartView").series.push_back({"f", shell::SeriesType::Bar, {}, {1, 2}, {}, {}, false});
+    ResultWindowWidget graph(histogram);
+    auto* chart = graph.findChild<ChartView*>(QStringLiteral("DataChartView"));
+    QVERIFY(!chart->ShowsPointInfo());
+    QCOMPARE(chart->ShowPointInfo(0, 0), QString());
+  }
+
+  void cusumPointsShowBothSums() {
+    shell::ResultWindow window = shell::MakeControlForm("CUSUM control chart", false);
+    auto& chart = window.Chart("ChartOne");
+    chart.series.push_back({"C+", shell::SeriesType::Line, {}, {0, 1.5}, {}, {}, false});
+    chart.series.push_back({"C-", shell::SeriesType::Line, {}, {0.25, 0}, {}, {}, false});
+    ResultWindowWidget widget(window);
+    QCOMPARE(widget.Charts().front()->ShowPointInfo(1, 1), QStringLiteral("Number: 2 | C+: 1.5 | C-: 0"));
+  }
+
+  void dataChartDrawsBarsBoxesCategoriesSecondAxisAndLabels() {
+    shell::ResultWindow window = shell::MakeDataChart("Pareto chart");
+    window.table = std::nullopt;
+    auto& chart = window.Chart("DataChartView");
+    chart.y2Title = "Cum %";
+    chart.categories = {"Scratch", "Dent", "Crack"};
+    chart.series.push_back({"Count", shell::SeriesType::Bar, {}, {30, 20, 5}, {}, shell::kRed, false});
+    chart.series.push_back({"Cum", shell::SeriesType::Line, {}, {54.5, 90.9, 100}, {}, {}, true});
+    chart.lines.push_back({shell::LineOrientation::Vertical, 2.5, "LSL", {}, false});
+    chart.labels.push_back({"n = 55", {}, {}});
+    chart.labels.push_back({"peak", 1.0, 30.0});
+    ResultWindowWidget widget(window);
+    QCOMPARE(widget.objectName(), QStringLiteral("DataChart"));
+    QVERIFY(widget.findChild<QTabWidget*>(QStringLiteral("DataChartTab")));
+    ChartView* view = widget.Charts().front();
+    auto* bars = qobject_cast<QCPBars*>(view->plottable(0));
+    QVERIFY(bars);
+    QCOMPARE(bars->dataCount(), 3);
+    QCOMPARE(bars->brush().color(), QColor(255, 0, 0).lighter(150));
+    auto ticker = view->xAxis->ticker().dynamicCast<QCPAxisTickerText>();
+    QVERIFY(ticker);
+    QCOMPARE(ticker->ticks().value(2.0), QStringLiteral("Dent"));
+    QVERIFY(view->yAxis2->visible());
+    QCOMPARE(view->yAxis2->label(), QStringLiteral("Cum %"));
+    QCOMPARE(view->graph(0)->valueAxis(), view->yAxis2);
+    QVERIFY(view->yAxis->range().contains(30) && !view->yAxis->range().contains(90));
+    QVERIFY(Texts(view).contains(QStringLiteral("n = 55")));
+    QVERIFY(Texts(view).contains(QStringLiteral("LSL")));
+    QCOMPARE(widget.DataView()->rowCount(), 0);
+    MaybeSavePicture(widget, "pareto.png");
+
+    shell::ResultWindow boxes = shell::MakeDataChart("Box-plot");
+    boxes.Chart("DataChartView").series.push_back({"A", shell::SeriesType::Box, {}, {1, 2, 3, 4, 5, 2, 3, 4, 5, 9}, {}, {}, false});
+    ResultWindowWidget box_widget(boxes);
+    auto* box = qobject_cast<QCPStatisticalBox*>(box_widget.Charts().front()->plottable(0));
+    QVERIFY(box);
+    QCOMPARE(box->dataCount(), 2);
+    QCOMPARE(box->data()->at(1)->median, 4.0);
+    QCOMPARE(box->data()->at(1)->maximum, 9.0);
+    MaybeSavePicture(box_widget, "boxes.png");
+  }
+
+  void aHundredThousandPointsDrawAndPanQuickly() {
+    shell::ResultWindow window = shell::MakeControlForm("x-MR control chart", false);
+    auto& series = window.Chart("ChartOne").series.emplace_back();
+    for (int i = 0; i < 100'000; ++i) series.y.push_back(10 + (i % 97) * 0.01);
+    series.marked = {5, 500, 50'000};
+    QElapsedTimer timer;
+    timer.start();
+    ResultWindowWidget widget(window);
+    widget.resize(900, 600);
+    widget.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&widget));
+    ChartView* chart = widget.Charts().front();
+    for (int step = 0; step < 10; ++step) {
+      chart->xAxis->moveRange(500);
+      chart->replot(QCustomPlot::rpImmediateRefresh);
+    }
+    QVERIFY2(timer.elapsed() < 2000, qPrintable(QString::number(timer.elapsed())));
+  }
+
+  void chartsSaveAsPictures() {
+    QTemporaryDir dir;
+    ResultWindowWidget widget(TwoChartWindow());
+    ChartView* chart = widget.ActiveChart();
+    QCOMPARE(chart->objectName(), QStringLiteral("ChartOne"));
+    for (const char* name : {"c.png", "c.jpg", "c.svg", "c.pdf"}) {
+      const QString path = dir.filePath(QString::fromLatin1(name));
+      QVERIFY2(gui::SaveChart(*chart, path), name);
+      QVERIFY2(QFileInfo(path).size() > 500, name);
+    }
+    QVERIFY(!gui::SaveChart(*chart, dir.filePath(QStringLiteral("c.doc"))));
+    QFile svg(dir.filePath(QStringLiteral("c.svg")));
+    QVERIFY(svg.open(QIODevice::ReadOnly));
+    QVERIFY(svg.readAll().contains("<svg"));
+  }
+
+  void chartPropertyChangesTitleAndGrid() {
+    ResultWindowWidget widget(TwoChartWindow());
+    ChartView* chart = widget.Charts().front();
+    gui::ChartProperty dialog(*chart);
+    QCOMPARE(dialog.TitleEdit()->text(), QStringLiteral("xbar"));
+    dialog.TitleEdit()->setText(QStringLiteral("Means"));
+    dialog.GridLines()->setChecked(false);
+    dialog.Apply();
+    QCOMPARE(chart->Description().title, std::string("Means"));
+    QVERIFY(!chart->xAxis->grid()->visible());
+    QCOMPARE(CountItems(chart, "QCPItemStraightLine"), 3);  // redrawn, not doubled
+    QCOMPARE(chart->plotLayout()->rowCount(), 2);
+  }
+
+  void dialogWidgetsFollowTheModel() {
+    LimitDialog model;
+    RecordingHost host;
+    gui::ModelDialog dialog(model, host);
+    QCOMPARE(dialog.objectName(), QStringLiteral("TestLimit"));
+    QCOMPARE(dialog.windowTitle(), QStringLiteral("Limits"));
+    auto* upper = qobject_cast<QLineEdit*>(dialog.ControlWidget(QStringLiteral("Uppertxt")));
+    auto* analysis = qobject_cast<QRadioButton*>(dialog.ControlWidget(QStringLiteral("AnalysisOpt")));
+    auto* given = qobject_cast<QRadioButton*>(dialog.ControlWidget(QStringLiteral("ControlOpt")));
+    auto* sub = qobject_cast<QCheckBox*>(dialog.ControlWidget(QStringLiteral("SubYes")));
+    QVERIFY(upper && analysis && given && sub);
+    QVERIFY(given->isChecked());
+    QVERIFY(!analysis->isChecked());
+    analysis->click();
+    QVERIFY(model.Control("AnalysisOpt").checked);
+    QVERIFY(!given->isChecked());
+    QVERIFY(!upper->isEnabled());
+    given->click();
+    QVERIFY(upper->isEnabled());
+    sub->click();
+    QVERIFY(model.Control("SubYes").checked);
+    // Leaving the text box hands the text to the model, whose fix shows.
+    upper->setText(QStringLiteral("12.5  "));
+    emit upper->editingFinished();
+    QCOMPARE(model.Control("Uppertxt").text, std::string("12.5"));
+    QCOMPARE(upper->text(), QStringLiteral("12.5"));
+  }
+
+  void okStaysOpenOnRefusalAndCancelWritesItsLine() {
+    LimitDialog model;
+    RecordingHost host;
+    gui::ModelDialog dialog(model, host);
+    dialog.show();
+    dialog.accept();
+    QCOMPARE(host.boxes.size(), std::size_t{1});
+    QCOMPARE(host.boxes[0].text, std::string("Include improper data or null cells"));
+    QVERIFY(dialog.isVisible());
+    QCOMPARE(dialog.result(), 0);
+    // Text still being typed counts when OK is pressed.
+    auto* upper = qobject_cast<QLineEdit*>(dialog.ControlWidget(QStringLiteral("Uppertxt")));
+    upper->setFocus();
+    upper->setText(QStringLiteral("7"));
+    dialog.activateWindow();
+    QApplication::setActiveWindow(&dialog);
+    upper->setFocus();
+    dialog.accept();
+    QCOMPARE(model.stored, std::string("7"));
+    QCOMPARE(dialog.result(), int(QDialog::Accepted));
+
+    LimitDialog other;
+    gui::ModelDialog cancelled(other, host);
+    cancelled.reject();
+    QVERIFY(host.Log().Text().ends_with("\r\nCancel input specification"));
+  }
+};
+
+QTEST_MAIN(ResultWindowTest)
+#include "result_window_test.moc"
