@@ -3,6 +3,8 @@
 #include <array>
 #include <string>
 
+#include "capability/cpk_settings.h"
+
 namespace orvik::shell {
 
 // One chart's limits as the user typed them in the given-limits dialog.
@@ -25,6 +27,7 @@ struct GivenLimits {
 // Program-wide settings: the parameters that dialogs store for the analyses
 // to read, kept for the whole run. Each analysis adds its own record here.
 struct ProgramSettings {
+  capability::CpkSettings cpk;  // the last confirmed CpkForm
   GivenLimits givenLimits;
   // The np chart's common sample size n (dialog PnSubForm) and the lower
   // bound the dialog checks n against, set by the chart before it opens.

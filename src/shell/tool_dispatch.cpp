@@ -2,11 +2,13 @@
 
 #include "analyses/descriptive_statistics.h"
 #include "capability/box_plot.h"
+#include "capability/cpk_form.h"
 #include "capability/histogram.h"
 #include "capability/pareto_chart.h"
 #include "charts/chart_input.h"
 #include "charts/control_charts.h"
 #include "charts/given_limits_dialog.h"
+#include "capability/process_capability.h"
 
 namespace orvik::shell {
 
@@ -71,7 +73,7 @@ const std::vector<ToolCommand>& ToolCommands() {
       {"mnuRader", "mnuGraph", "", "&Radar Chart", C},
       {"mnuDistribution", "mnuGraph", "", "&Distribution Plot", C},
       {"mnuRun", "mnuAnalysis", "", "&Run Chart", C},
-      {"mnuPCR", "mnuAnalysis", "", "Process &Capability Analysis", C},
+      {"mnuPCR", "mnuAnalysis", "", "Process &Capability Analysis", C, capability::CpkSelection},
       {"mnuBasicStat", "mnuAnalysis", "", "&Descriptive Statistics", C, analyses::DescriptiveStatistics},
       {"mnuBarX-R", "mnuAnalysis", "Control Charts", "xbar-R Chart", C, charts::XbarRView},
       {"mnuBarX", "mnuAnalysis", "Control Charts", "xbar Chart", C, charts::XbarView},
@@ -134,6 +136,7 @@ const std::vector<DialogEntry>& DialogCatalog() {
       {"ControlTwoLimit", charts::MakeControlTwoLimit, true},
       {"Selection", charts::MakeSubgroupSelection},
       {"PnSubForm", charts::MakePnSubForm},
+      {"CpkForm", capability::MakeCpkForm},
   };
   return catalog;
 }

@@ -1,0 +1,220 @@
+#include "capability/process_capability.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "capability/cpk_form.h"
+#include "capability/histogram.h"
+#include "shell/analysis_input.h"
+#include "stats/decimal_numbers.h"
+#include "stats/normal_distribution.h"
+
+namespace orvik::capability {
+
+namespace {
+
+using stats::FormatNumber;
+using stats::Round;
+
+constexpr const char* kStartingLine = "Process capability analysis is starting";
+constexpr const char* kCompletedLine = "Process capability analysis is completed";
+constexpr const char* kCancelLine = "Cancel Process capability analysis";
+constexpr const char* kInputValidData = "Please, Input valid data";
+constexpr const char* kImproperData = "Improper data for process capability analysis";
+
+// c4 for group sizes 2 to 25, the study's own four-place copy.
+constexpr std::array<double, 24> kC4 = {0.7979, 0.8862, 0.9213, 0.94,   0.9515, 0.9594, 0.965,  0.9693,
+                                        0.9727, 0.9754, 0.9776, 0.9794, 0.981,  0.9823, 0.9835, 0.9845,
+                                        0.9854, 0.9862, 0.9869, 0.9876, 0.9882, 0.9887, 0.9892, 0.9896};
+// The moving range of two neighbours estimates sigma through d2(2).
+constexpr double kD2OfTwo = 1.128;
+
+// The sample standard deviation from the sums of one group, taken about its
+// first value so that values large against their spread keep their digits.
+double GroupSigma(std::span<const double> group) {
+  const double m = static_cast<double>(group.size());
+  const double shift = group.front();
+  double sum = 0.0, squares = 0.0;
+  for (const double x : group) {
+    sum += x - shift;
+    squares += (x - shift) * (x - shift);
+  }
+  return std::sqrt(std::max(0.0, (squares - sum * sum / m) / (m - 1)));
+}
+
+// Within sigma from consecutive subgroups of `size` values. A last group of
+// several values takes part like the others; a last single value has no
+// spread of its own and is left out.
+double SubgroupSigma(std::span<const double> values, long size) {
+  double total = 0.0;
+  long groups = 0;
+  for (std::size_t start = 0; start < values.size(); start += static_cast<std::size_t>(size)) {
+    const auto group = values.subspan(start, std::min<std::size_t>(static_cast<std::size_t>(size), values.size() - start));
+    if (group.size() < 2) continue;
+    total += GroupSigma(group) / CapabilityC4(static_cast<long>(group.size()));
+    ++groups;
+  }
+  return Round(total / static_cast<double>(groups), 8);
+}
+
+double MovingRangeSigma(std::span<const double> values) {
+  double ranges = 0.0;
+  for (std::size_t i = 1; i < values.size(); ++i) ranges += std::fabs(values[i] - values[i - 1]);
+  return Round(ranges / static_cast<double>(values.size() - 1) / kD2OfTwo, 8);
+}
+
+std::string Shown(const std::optional<double>& value) { return value ? FormatNumber(*value) : "*"; }
+
+}  // namespace
+
+double CapabilityC4(long m) {
+  if (m >= 2 && m <= 25) return kC4[m - 2];
+  const double md = static_cast<double>(m);
+  return 4 * (md - 1) / (4 * md - 3);
+}
+
+CapabilityOutcome ComputeCapability(std::span<const double> values, const CpkSettings& spec) {
+  CapabilityOutcome outcome;
+  if (values.empty()) return {std::nullopt, kInputValidData};
+  const auto [lowest, highest] = std::minmax_element(values.begin(), values.end());
+  if (*lowest == *highest) return {std::nullopt, worksheet::messages::kAllDataSame};
+  if (values.size() < 3) return {std::nullopt, worksheet::messages::kNotEnoughData};
+
+  CapabilityResult r;
+  r.n = static_cast<long>(values.size());
+  const double n = static_cast<double>(r.n);
+  double sum = 0.0;
+  for (const double x : values) sum += x;
+  r.mean = Round(sum / n, 10);
+  r.variance = Round(GroupSigma(values) * GroupSigma(values), 10);
+  r.sigmaLT = Round(std::sqrt(r.variance) / CapabilityC4(r.n), 10);
+  if (r.variance == 0 || r.sigmaLT == 0) return {std::nullopt, kImproperData};
+  r.sigmaST = spec.UseSubgroups ? SubgroupSigma(values, spec.SubgroupSize) : MovingRangeSigma(values);
+  if (!(r.sigmaST > 0)) return {std::nullopt, kImproperData};
+
+  const double usl = spec.USL, lsl = spec.LSL;
+  if (spec.UseUpper) {
+    r.Cpu = Round((usl - r.mean) / (3 * r.sigmaST), 8);
+    r.Ppu = Round((usl - r.mean) / (3 * r.sigmaLT), 8);
+  }
+  if (spec.UseLower) {
+    r.Cpl = Round((r.mean - lsl) / (3 * r.sigmaST), 8);
+    r.Ppl = Round((r.mean - lsl) / (3 * r.sigmaLT), 8);
+  }
+  if (spec.UseUpper && spec.UseLower) {
+    r.Cp = Round((usl - lsl) / (6 * r.sigmaST), 8);
+    r.Pp = Round((usl - lsl) / (6 * r.sigmaLT), 8);
+    // On a tie the lower side's value is taken; the two are equal then.
+    r.Cpk = *r.Cpu < *r.Cpl ? r.Cpu : r.Cpl;
+    r.Ppk = *r.Ppu < *r.Ppl ? r.Ppu : r.Ppl;
+  } else {
+    r.Cpk = spec.UseUpper ? r.Cpu : r.Cpl;
+    r.Ppk = spec.UseUpper ? r.Ppu : r.Ppl;
+  }
+
+  // Only values strictly beyond a limit are nonconforming.
+  long out = 0;
+  for (const double x : values)
+    if ((spec.UseUpper && x > usl) || (spec.UseLower && x < lsl)) ++out;
+  r.observedPpm = Round(static_cast<double>(out) / n, 8) * 1000000;
+  // The upper tail comes from the library's own upper-tail function, so a
+  // rate of a few ppm keeps all its digits.
+  const double upper_p = spec.UseUpper ? Round(stats::GetDFNormalUpper(usl, r.mean, r.sigmaLT), 10) : 0.0;
+  const double lower_p = spec.UseLower ? Round(stats::GetDFNormal(lsl, r.mean, r.sigmaLT), 10) : 0.0;
+  r.potentialPpm = Round(upper_p + lower_p, 8) * 1000000;
+
+  // Two-sided studies measure the sigma level from the upper limit.
+  r.longTermSigmaLevel = spec.UseUpper ? Round((usl - r.mean) / r.sigmaLT, 8) : Round((r.mean - lsl) / r.sigmaLT, 8);
+  r.shortTermSigmaLevel = r.longTermSigmaLevel + 1.5;
+  outcome.result = r;
+  return outcome;
+}
+
+shell::ResultTable CapabilityTable(const CapabilityResult& r) {
+  shell::ResultTable table;
+  table.columns = {"", ""};
+  table.AddRow({"N", std::to_string(r.n)});
+  table.AddRow({"Mean", FormatNumber(r.mean)});
+  table.AddRow({"Variance", FormatNumber(r.variance)});
+  table.AddRow({"Standard deviation", FormatNumber(r.sigmaLT)});
+  table.AddRow({"Cp", Shown(r.Cp)});
+  table.AddRow({"Cpk", Shown(r.Cpk)});
+  table.AddRow({"Cpu", Shown(r.Cpu)});
+  table.AddRow({"Cpl", Shown(r.Cpl)});
+  table.AddRow({"Pp", Shown(r.Pp)});
+  table.AddRow({"Ppk", Shown(r.Ppk)});
+  table.AddRow({"Ppu", Shown(r.Ppu)});
+  table.AddRow({"Ppl", Shown(r.Ppl)});
+  table.AddRow({"Nonconformity rate(ppm)", FormatNumber(r.observedPpm) + " ppm"});
+  table.AddRow({"Potential nonconformity rate(ppm)", FormatNumber(r.potentialPpm) + " ppm"});
+  table.AddRow({"Long-term sigma level", FormatNumber(r.longTermSigmaLevel)});
+  table.AddRow({"Short-term sigma level", FormatNumber(r.shortTermSigmaLevel)});
+  return table;
+}
+
+void CpkResultView(shell::Host& host) {
+  const CpkSettings& spec = host.Settings().cpk;
+  const worksheet::Worksheet* sheet = host.ActiveWorksheet();
+  // Moving ranges and subgroups follow time, which runs along the rows of
+  // a block of subgroups (one subgroup per row), so the values are taken
+  // row by row; for a single column that is its order from the top.
+  const std::vector<double> values =
+      sheet ? worksheet::NumericCellsRowByRow(*sheet, host.CurrentSelection()) : std::vector<double>{};
+  const CapabilityOutcome outcome = ComputeCapability(values, spec);
+  if (!outcome.result) {
+    host.Refuse(outcome.refusal);
+    host.Log().AppendSessionLine(kCancelLine);
+    return;
+  }
+  const CapabilityResult& r = *outcome.result;
+
+  shell::ResultWindow window = shell::MakeDataChart("Process capability analysis");
+  window.table = CapabilityTable(r);
+  shell::ChartSeries& chart = window.charts.front();
+  chart.title = "Process capability analysis";
+  chart.xTitle = "Value";
+  chart.yTitle = "Frequency";
+  const auto [lowest, highest] = std::minmax_element(values.begin(), values.end());
+  const HistogramClasses classes = MakeHistogramClasses(values, *lowest, *highest);
+  shell::PlotSeries bars;
+  bars.name = "Frequency";
+  bars.type = shell::SeriesType::Bar;
+  for (long i = 0; i < classes.classCount(); ++i) {
+    bars.x.push_back(Round((classes.lowerLimits[i] + classes.upperLimit(i)) / 2, 6));
+    bars.y.push_back(static_cast<double>(classes.frequencies[i]));
+  }
+  chart.series.push_back(std::move(bars));
+  if (spec.UseUpper) {
+    chart.lines.push_back({shell::LineOrientation::Vertical, spec.USL, "USL: " + FormatNumber(spec.USL), shell::kRed, false});
+    chart.labels.push_back({"USL: " + FormatNumber(spec.USL), spec.USL, std::nullopt});
+  }
+  if (spec.UseLower) {
+    chart.lines.push_back({shell::LineOrientation::Vertical, spec.LSL, "LSL: " + FormatNumber(spec.LSL), shell::kRed, false});
+    chart.labels.push_back({"LSL: " + FormatNumber(spec.LSL), spec.LSL, std::nullopt});
+  }
+  chart.lines.push_back({shell::LineOrientation::Vertical, r.mean, "Mean:" + FormatNumber(r.mean), shell::kBlue, true});
+  chart.labels.push_back({"Mean:" + FormatNumber(r.mean), r.mean, std::nullopt});
+  chart.labels.push_back({"Cp : " + Shown(r.Cp) + "   " + "Cpk : " + Shown(r.Cpk), std::nullopt, std::nullopt});
+  chart.labels.push_back({"Pp : " + Shown(r.Pp) + "   " + "Ppk : " + Shown(r.Ppk), std::nullopt, std::nullopt});
+  host.ShowResultWindow(std::move(window));
+  host.Log().AppendSessionLine(kCompletedLine);
+}
+
+void CpkSelection(shell::Host& host) {
+  if (!shell::ResolveDataBlock(host, worksheet::messages::kSelectDataFromWorksheet)) return;
+  host.Log().AppendSessionLine(kStartingLine);
+  const auto figures = shell::CollectNumericCells(host);
+  if (!figures || figures->count == 0) {
+    // Nothing numeric to study: say so before asking for limits.
+    host.Refuse(worksheet::messages::kSelectValidData);
+    host.Log().AppendSessionLine(kCancelLine);
+    return;
+  }
+  CpkForm form(host.Settings().cpk);
+  if (host.RunDialog(form) != shell::DialogOutcome::Accepted) return;
+  host.Settings().cpk = form.Result();
+  CpkResultView(host);
+}
+
+}  // namespace orvik::capability
