@@ -10,3 +10,5 @@ for key in mnuBasicStat mnuBoxPlot mnuHistogram; do
   taskset -c 0 build/bin/orvik_bench_command "$key" "$rows" 1
 done
 taskset -c 0 build/bin/orvik_bench_command mnuBoxPlot "$((rows / 10))" 10
+taskset -c 0 build/bin/orvik_bench_command mnuPCR "$rows" 1 CpkForm.Uppertxt=15 CpkForm.Lowertxt=10
+taskset -c 0 build/bin/orvik_bench_command mnuPCR "$((rows / 5))" 5 CpkForm.Uppertxt=15 CpkForm.Lowertxt=10 CpkForm.SubYes=1 CpkForm.Subsize=5
