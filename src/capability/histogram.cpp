@@ -83,6 +83,17 @@ HistogramClasses MakeHistogramClasses(std::span<const double> values, double min
   return classes;
 }
 
+shell::PlotSeries HistogramBars(const HistogramClasses& classes) {
+  shell::PlotSeries bars;
+  bars.name = "Frequency";
+  bars.type = shell::SeriesType::Bar;
+  for (long i = 0; i < classes.classCount(); ++i) {
+    bars.x.push_back(Round((classes.lowerLimits[i] + classes.upperLimit(i)) / 2, 6));
+    bars.y.push_back(static_cast<double>(classes.frequencies[i]));
+  }
+  return bars;
+}
+
 shell::ResultTable FrequencyTable(const HistogramClasses& classes) {
   shell::ResultTable table;
   table.columns = {"No.",       "Lower class limit",  "Upper class limit",    "Center",
@@ -122,14 +133,7 @@ void HistogramView(shell::Host& host) {
   chart.title = "Histogram";
   chart.xTitle = "Class";
   chart.yTitle = "Frequency";
-  shell::PlotSeries bars;
-  bars.name = "Frequency";
-  bars.type = shell::SeriesType::Bar;
-  for (long i = 0; i < classes.classCount(); ++i) {
-    bars.x.push_back(Round((classes.lowerLimits[i] + classes.upperLimit(i)) / 2, 6));
-    bars.y.push_back(static_cast<double>(classes.frequencies[i]));
-  }
-  chart.series.push_back(std::move(bars));
+  chart.series.push_back(HistogramBars(classes));
   host.ShowResultWindow(std::move(window));
   host.Log().AppendSessionLine(kCompletedLine);
 }

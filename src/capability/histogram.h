@@ -42,6 +42,9 @@ int HistogramDecimals(double minimum);
 // counted and the frequencies add up to n.
 HistogramClasses MakeHistogramClasses(std::span<const double> values, double minimum, double maximum);
 
+// The classes as bars: one per class at its centre, the frequency as height.
+shell::PlotSeries HistogramBars(const HistogramClasses& classes);
+
 // The eight-column frequency table.
 shell::ResultTable FrequencyTable(const HistogramClasses& classes);
 

@@ -1,11 +1,12 @@
 #include "capability/process_capability.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 #include "capability/cpk_form.h"
 #include "capability/histogram.h"
+#include "charts/chart_limits.h"
+#include "charts/control_limits.h"
 #include "shell/analysis_input.h"
 #include "stats/decimal_numbers.h"
 #include "stats/normal_distribution.h"
@@ -23,10 +24,6 @@ constexpr const char* kCancelLine = "Cancel Process capability analysis";
 constexpr const char* kInputValidData = "Please, Input valid data";
 constexpr const char* kImproperData = "Improper data for process capability analysis";
 
-// c4 for group sizes 2 to 25, the study's own four-place copy.
-constexpr std::array<double, 24> kC4 = {0.7979, 0.8862, 0.9213, 0.94,   0.9515, 0.9594, 0.965,  0.9693,
-                                        0.9727, 0.9754, 0.9776, 0.9794, 0.981,  0.9823, 0.9835, 0.9845,
-                                        0.9854, 0.9862, 0.9869, 0.9876, 0.9882, 0.9887, 0.9892, 0.9896};
 // The moving range of two neighbours estimates sigma through d2(2).
 constexpr double kD2OfTwo = 1.128;
 
@@ -69,9 +66,9 @@ std::string Shown(const std::optional<double>& value) { return value ? FormatNum
 }  // namespace
 
 double CapabilityC4(long m) {
-  if (m >= 2 && m <= 25) return kC4[m - 2];
-  const double md = static_cast<double>(m);
-  return 4 * (md - 1) / (4 * md - 3);
+  // The same four-place table as the control charts use.
+  if (m >= 2 && m <= 25) return charts::Factor(charts::C4Table(), m);
+  return charts::C4Approximation(m);
 }
 
 CapabilityOutcome ComputeCapability(std::span<const double> values, const CpkSettings& spec) {
@@ -177,14 +174,7 @@ void CpkResultView(shell::Host& host) {
   chart.yTitle = "Frequency";
   const auto [lowest, highest] = std::minmax_element(values.begin(), values.end());
   const HistogramClasses classes = MakeHistogramClasses(values, *lowest, *highest);
-  shell::PlotSeries bars;
-  bars.name = "Frequency";
-  bars.type = shell::SeriesType::Bar;
-  for (long i = 0; i < classes.classCount(); ++i) {
-    bars.x.push_back(Round((classes.lowerLimits[i] + classes.upperLimit(i)) / 2, 6));
-    bars.y.push_back(static_cast<double>(classes.frequencies[i]));
-  }
-  chart.series.push_back(std::move(bars));
+  chart.series.push_back(HistogramBars(classes));
   if (spec.UseUpper) {
     chart.lines.push_back({shell::LineOrientation::Vertical, spec.USL, "USL: " + FormatNumber(spec.USL), shell::kRed, false});
     chart.labels.push_back({"USL: " + FormatNumber(spec.USL), spec.USL, std::nullopt});

@@ -25,6 +25,32 @@ ControlLimits AroundCentre(double centre, double upper_distance, double lower_di
   return limits;
 }
 
+// The limits of a range or s chart: the centre times its upper and lower
+// factors, sigma lines at two thirds of each distance.
+ControlLimits ScaledLimits(double centre, double upper_factor, double lower_factor) {
+  ControlLimits limits;
+  limits.CL = Round(centre, 8);
+  limits.UCL = Round(centre * upper_factor, 8);
+  limits.UpperTwoSigma = Round(centre + 0.6666666666 * (limits.UCL - centre), 8);
+  limits.LCL = Round(centre * lower_factor, 8);
+  limits.LowerTwoSigma = Round(centre - 0.6666666666 * (centre - limits.LCL), 8);
+  return limits;
+}
+
+// Above 25 values a subgroup's xbar limits come from sigma = s-bar / c4(n)
+// at 3 / sqrt(n), the sigma lines at 2 / sqrt(n).
+ControlLimits LargeSubgroupXbarLimits(double grand_mean, double s_bar, long n) {
+  const double sigma = s_bar / C4Approximation(n);
+  const double root = std::sqrt(static_cast<double>(n));
+  ControlLimits limits;
+  limits.CL = Round(grand_mean, 8);
+  limits.UCL = Round(grand_mean + (3.0 / root) * sigma, 8);
+  limits.LCL = Round(grand_mean - (3.0 / root) * sigma, 8);
+  limits.UpperTwoSigma = Round(grand_mean + (2.0 / root) * sigma, 8);
+  limits.LowerTwoSigma = Round(grand_mean - (2.0 / root) * sigma, 8);
+  return limits;
+}
+
 }  // namespace
 
 SubgroupStatistics ComputeSubgroupStatistics(const Subgroups& groups) {
@@ -83,27 +109,12 @@ ControlLimits XbarLimitsFromRange(double grand_mean, double r_bar, double s_bar,
     limits.LowerTwoSigma = Round(grand_mean - r_bar * (0.66666666666 * a2), 8);
     return limits;
   }
-  const double sigma = s_bar / C4Approximation(n);
-  const double root = std::sqrt(static_cast<double>(n));
-  limits.CL = Round(grand_mean, 8);
-  limits.UCL = Round(grand_mean + (3.0 / root) * sigma, 8);
-  limits.LCL = Round(grand_mean - (3.0 / root) * sigma, 8);
-  limits.UpperTwoSigma = Round(grand_mean + (2.0 / root) * sigma, 8);
-  limits.LowerTwoSigma = Round(grand_mean - (2.0 / root) * sigma, 8);
-  return limits;
+  return LargeSubgroupXbarLimits(grand_mean, s_bar, n);
 }
 
 ControlLimits RLimits(double r_bar, long n) {
   if (n <= 1) throw ChartComputationError("subgroup size below 2");
-  const double d4 = TableEntry(D4Table(), TableIndex(n));
-  const double d3 = TableEntry(D3Table(), TableIndex(n));
-  ControlLimits limits;
-  limits.CL = Round(r_bar, 8);
-  limits.UCL = Round(r_bar * d4, 8);
-  limits.UpperTwoSigma = Round(r_bar + 0.6666666666 * (limits.UCL - r_bar), 8);
-  limits.LCL = Round(r_bar * d3, 8);
-  limits.LowerTwoSigma = Round(r_bar - 0.6666666666 * (r_bar - limits.LCL), 8);
-  return limits;
+  return ScaledLimits(r_bar, TableEntry(D4Table(), TableIndex(n)), TableEntry(D3Table(), TableIndex(n)));
 }
 
 ControlLimits XbarLimitsFromS(double grand_mean, double s_bar, long n) {
@@ -112,28 +123,12 @@ ControlLimits XbarLimitsFromS(double grand_mean, double s_bar, long n) {
     const double distance = Factor(A3Table(), n) * s_bar;
     return AroundCentre(grand_mean, distance, distance, 0.6666666666, 8);
   }
-  const double sigma = s_bar / C4Approximation(n);
-  const double root = std::sqrt(static_cast<double>(n));
-  ControlLimits limits;
-  limits.CL = Round(grand_mean, 8);
-  limits.UCL = Round(grand_mean + (3.0 / root) * sigma, 8);
-  limits.LCL = Round(grand_mean - (3.0 / root) * sigma, 8);
-  limits.UpperTwoSigma = Round(grand_mean + (2.0 / root) * sigma, 8);
-  limits.LowerTwoSigma = Round(grand_mean - (2.0 / root) * sigma, 8);
-  return limits;
+  return LargeSubgroupXbarLimits(grand_mean, s_bar, n);
 }
 
 ControlLimits SLimits(double s_bar, long n) {
   if (n <= 1) throw ChartComputationError("subgroup size below 2");
-  const double b4 = TableEntry(B4Table(), TableIndex(n));
-  const double b3 = TableEntry(B3Table(), TableIndex(n));
-  ControlLimits limits;
-  limits.CL = Round(s_bar, 8);
-  limits.UCL = Round(s_bar * b4, 8);
-  limits.UpperTwoSigma = Round(s_bar + 0.6666666666 * (limits.UCL - s_bar), 8);
-  limits.LCL = Round(s_bar * b3, 8);
-  limits.LowerTwoSigma = Round(s_bar - 0.6666666666 * (s_bar - limits.LCL), 8);
-  return limits;
+  return ScaledLimits(s_bar, TableEntry(B4Table(), TableIndex(n)), TableEntry(B3Table(), TableIndex(n)));
 }
 
 std::vector<double> MovingRanges(const std::vector<double>& values) {
