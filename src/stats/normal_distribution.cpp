@@ -98,7 +98,11 @@ constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 // (x - mean) / sd in double-double.
-DD Standardize(double x, double mean, double sd) { return detail::TwoSum(x, -mean) / DD{sd, 0.0}; }
+DD Standardize(double x, double mean, double sd) {
+  const double difference = x - mean;
+  if (!std::isfinite(difference) || !std::isfinite(difference / sd)) return {difference / sd, 0.0};
+  return detail::TwoSum(x, -mean) / DD{sd, 0.0};
+}
 
 bool ValidScale(double sd) { return sd > 0.0 && std::isfinite(sd); }
 

@@ -1,0 +1,103 @@
+#include "stats/chi_square_distribution.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+namespace orvik::stats {
+namespace {
+
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInf = std::numeric_limits<double>::infinity();
+
+double RelativeError(double ours, long double reference) {
+  return static_cast<double>(std::fabs((ours - reference) / reference));
+}
+
+// The exact quantile lies within a relative 1e-13 of x when the distribution
+// function, stepped that far either side of x, brackets the target. Unlike
+// F(x) = p this allows for the rounding of x itself, which moves F(x) by
+// x F'(x) / F(x) units of 1e-16 (thousands at 1e7 degrees of freedom).
+template <typename Cdf>
+::testing::AssertionResult Brackets(Cdf cdf, double x, double p) {
+  const double a = cdf(x * (1.0 - 1e-13));
+  const double b = cdf(x * (1.0 + 1e-13));
+  if (std::fmin(a, b) <= p && p <= std::fmax(a, b)) return ::testing::AssertionSuccess();
+  return ::testing::AssertionFailure() << "x = " << x << " gives " << a << " .. " << b << " around p = " << p;
+}
+
+// Closed forms: df = 2 is exponential, P(X > x) = e^(-x/2); df = 1 has
+// P(X > x) = erfc(sqrt(x / 2)); df = 4 has P(X > x) = e^(-x/2) (1 + x/2).
+TEST(ChiSquareDistribution, ClosedFormsForOneTwoAndFourDegrees) {
+  for (const double x_double : {1e-300, 1e-12, 0.01, 0.5, 2.0, 9.0, 80.0, 700.0, 1300.0}) {
+    const long double x = x_double;
+    const long double exponential = std::exp(-x / 2.0L);
+    EXPECT_LE(RelativeError(GetDFChisqUpper(double(x), 2.0), exponential), 1e-15) << "x = " << double(x);
+    EXPECT_LE(RelativeError(GetDFChisq(double(x), 2.0), -std::expm1(-x / 2.0L)), 1e-15) << "x = " << double(x);
+    EXPECT_LE(RelativeError(GetDFChisqUpper(double(x), 4.0), exponential * (1.0L + x / 2.0L)), 1e-15);
+    if (x < 1400.0L) {
+      EXPECT_LE(RelativeError(GetDFChisqUpper(double(x), 1.0), std::erfc(std::sqrt(x / 2.0L))), 1e-14);
+    }
+  }
+  for (const double q_double : {1e-300, 1e-20, 0.05, 0.5, 0.9999}) {
+    const long double q = q_double;
+    EXPECT_LE(RelativeError(GetInvChisqUpper(double(q), 2.0), -2.0L * std::log(q)), 1e-15) << "q = " << double(q);
+    EXPECT_LE(RelativeError(GetInvChisq(double(q), 2.0), -2.0L * std::log1p(-q)), 1e-15) << "q = " << double(q);
+  }
+}
+
+// For df = 2k, P(X > x) is the Poisson probability of fewer than k events
+// with mean x/2; summed here in long double for k = 50 (df = 100).
+TEST(ChiSquareDistribution, EvenDegreesMatchPoissonSums) {
+  for (const double x_double : {30.0, 70.0, 100.0, 140.0, 400.0}) {
+    const long double x = x_double;
+    const long double mean = x / 2.0L;
+    long double term = std::exp(-mean);
+    long double sum = 0.0L;
+    for (int j = 0; j < 50; ++j) {
+      sum += term;
+      term *= mean / (j + 1);
+    }
+    EXPECT_LE(RelativeError(GetDFChisqUpper(double(x), 100.0), sum), 1e-14) << "x = " << double(x);
+  }
+}
+
+TEST(ChiSquareDistribution, QuantilesInvertBothTailsAtExtremeDegreesOfFreedom) {
+  for (double df : {0.5, 3.0, 250.5, 1e5, 1e7}) {
+    for (double p : {1e-300, 1e-30, 1e-6, 0.2, 0.5}) {
+      const double lower = GetInvChisq(p, df);
+      const double upper = GetInvChisqUpper(p, df);
+      const auto cdf = [df](double x) { return GetDFChisq(x, df); };
+      const auto tail = [df](double x) { return GetDFChisqUpper(x, df); };
+      if (lower > 1e-290) {
+        EXPECT_TRUE(Brackets(cdf, lower, p)) << "df = " << df;
+      }
+      EXPECT_TRUE(Brackets(tail, upper, p)) << "df = " << df;
+      EXPECT_LE(lower, upper);
+    }
+  }
+  // 1 - p is exact here, so both forms name the same point.
+  EXPECT_EQ(GetInvChisq(0.75, 7.0), GetInvChisqUpper(0.25, 7.0));
+}
+
+TEST(ChiSquareDistribution, EdgesAndInvalidArguments) {
+  EXPECT_EQ(GetDFChisq(0.0, 3.0), 0.0);
+  EXPECT_EQ(GetDFChisqUpper(0.0, 3.0), 1.0);
+  EXPECT_EQ(GetDFChisq(-5.0, 3.0), 0.0);
+  EXPECT_EQ(GetDFChisqUpper(kInf, 3.0), 0.0);
+  EXPECT_EQ(GetDFChisq(kInf, 3.0), 1.0);
+  EXPECT_EQ(GetDFChisqUpper(1e300, 0.5), 0.0);
+  EXPECT_EQ(GetInvChisq(0.0, 3.0), 0.0);
+  EXPECT_EQ(GetInvChisq(1.0, 3.0), kInf);
+  EXPECT_EQ(GetInvChisqUpper(0.0, 3.0), kInf);
+  for (double df : {0.0, -1.0, kInf, kNaN}) {
+    EXPECT_TRUE(std::isnan(GetDFChisq(1.0, df))) << df;
+    EXPECT_TRUE(std::isnan(GetInvChisqUpper(0.5, df))) << df;
+  }
+  EXPECT_TRUE(std::isnan(GetDFChisqUpper(kNaN, 2.0)));
+  EXPECT_TRUE(std::isnan(GetInvChisq(-0.5, 2.0)));
+}
+
+}  // namespace
+}  // namespace orvik::stats

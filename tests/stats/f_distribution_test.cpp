@@ -1,0 +1,112 @@
+#include "stats/f_distribution.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "stats/chi_square_distribution.h"
+#include "stats/t_distribution.h"
+
+namespace orvik::stats {
+namespace {
+
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInf = std::numeric_limits<double>::infinity();
+
+double RelativeError(double ours, long double reference) {
+  return static_cast<double>(std::fabs((ours - reference) / reference));
+}
+
+// The exact quantile lies within a relative 1e-13 of x when the distribution
+// function, stepped that far either side of x, brackets the target. Unlike
+// F(x) = p this allows for the rounding of x itself, which moves F(x) by
+// x F'(x) / F(x) units of 1e-16 (thousands at 1e7 degrees of freedom).
+template <typename Cdf>
+::testing::AssertionResult Brackets(Cdf cdf, double x, double p) {
+  const double a = cdf(x * (1.0 - 1e-13));
+  const double b = cdf(x * (1.0 + 1e-13));
+  if (std::fmin(a, b) <= p && p <= std::fmax(a, b)) return ::testing::AssertionSuccess();
+  return ::testing::AssertionFailure() << "x = " << x << " gives " << a << " .. " << b << " around p = " << p;
+}
+
+// F(2, 2) has P(X <= f) = f / (1 + f) and quantile p / (1 - p).
+TEST(FDistribution, ClosedFormForTwoAndTwoDegrees) {
+  for (const double f_double : {1e-300, 1e-9, 0.25, 1.0, 3.0, 1e12, 1e300}) {
+    const long double f = f_double;
+    EXPECT_LE(RelativeError(GetDFF(double(f), 2.0, 2.0), f / (1.0L + f)), 1e-15) << "f = " << double(f);
+    EXPECT_LE(RelativeError(GetDFFUpper(double(f), 2.0, 2.0), 1.0L / (1.0L + f)), 1e-15) << "f = " << double(f);
+  }
+  for (const double p_double : {1e-200, 0.1, 0.5, 0.9}) {
+    const long double p = p_double;
+    EXPECT_LE(RelativeError(GetInvF(double(p), 2.0, 2.0), p / (1.0L - p)), 1e-14) << "p = " << double(p);
+    EXPECT_LE(RelativeError(GetInvFUpper(double(p), 2.0, 2.0), (1.0L - p) / p), 1e-14) << "p = " << double(p);
+  }
+}
+
+// T^2 with df degrees of freedom is F(1, df): P(F > t^2) = 2 P(T > t). The two
+// take different roads through the incomplete beta function.
+TEST(FDistribution, AgreesWithSquaredT) {
+  for (double df : {0.5, 1.0, 7.0, 300.0, 1e6}) {
+    for (double t : {0.01, 0.8, 2.0, 9.0, 1e5}) {
+      const long double two_tails = 2.0L * GetDFTUpper(t, df);
+      if (two_tails < 1e-300L) continue;  // both underflow
+      EXPECT_LE(RelativeError(GetDFFUpper(t * t, 1.0, df), two_tails), 1e-14) << "t = " << t << ", df = " << df;
+    }
+  }
+}
+
+// X ~ F(a, b) if and only if 1 / X ~ F(b, a); an infinite denominator leaves
+// chi-square(df1) / df1.
+TEST(FDistribution, ReciprocalAndInfiniteDegreesOfFreedom) {
+  for (double f : {0.03125, 0.25, 1.0, 4.0, 16.0}) {  // 6 / f and 6 f exact
+    EXPECT_LE(RelativeError(GetDFF(f, 3.5, 12.0), GetDFFUpper(1.0 / f, 12.0, 3.5)), 1e-14) << "f = " << f;
+    EXPECT_LE(RelativeError(GetDFFUpper(f, 6.0, kInf), GetDFChisqUpper(6.0 * f, 6.0)), 1e-15) << "f = " << f;
+    EXPECT_LE(RelativeError(GetDFF(f, kInf, 6.0), GetDFChisqUpper(6.0 / f, 6.0)), 1e-15) << "f = " << f;
+  }
+  EXPECT_EQ(GetDFF(0.999, kInf, kInf), 0.0);
+  EXPECT_EQ(GetDFF(1.0, kInf, kInf), 1.0);
+  EXPECT_EQ(GetInvFUpper(0.05, kInf, kInf), 1.0);
+  EXPECT_LE(RelativeError(GetInvFUpper(0.05, 4.0, kInf), GetInvChisqUpper(0.05, 4.0) / 4.0L), 1e-14);
+}
+
+TEST(FDistribution, QuantilesInvertBothTailsAtExtremeDegreesOfFreedom) {
+  const double degrees[] = {0.5, 4.0, 1e5, 1e7};
+  for (double df1 : degrees) {
+    for (double df2 : degrees) {
+      for (double p : {1e-300, 1e-12, 0.05, 0.5}) {
+        const double lower = GetInvF(p, df1, df2);
+        const double upper = GetInvFUpper(p, df1, df2);
+        const auto cdf = [=](double f) { return GetDFF(f, df1, df2); };
+        const auto tail = [=](double f) { return GetDFFUpper(f, df1, df2); };
+        if (lower > 1e-290) {
+          EXPECT_TRUE(Brackets(cdf, lower, p)) << df1 << " " << df2;
+        }
+        if (upper < 1e290) {
+          EXPECT_TRUE(Brackets(tail, upper, p)) << df1 << " " << df2;
+        }
+      }
+    }
+  }
+}
+
+TEST(FDistribution, EdgesAndInvalidArguments) {
+  EXPECT_EQ(GetDFF(0.0, 3.0, 4.0), 0.0);
+  EXPECT_EQ(GetDFFUpper(-1.0, 3.0, 4.0), 1.0);
+  EXPECT_EQ(GetDFF(kInf, 3.0, 4.0), 1.0);
+  EXPECT_EQ(GetDFFUpper(kInf, 3.0, 4.0), 0.0);
+  EXPECT_GT(GetDFFUpper(1e300, 1e7, 0.5), 0.0);  // df1 f overflows a double; the tail does not
+  EXPECT_GT(GetDFF(1e-300, 0.5, 1e7), 0.0);
+  EXPECT_EQ(GetInvF(0.0, 3.0, 4.0), 0.0);
+  EXPECT_EQ(GetInvF(1.0, 3.0, 4.0), kInf);
+  for (double df : {0.0, -3.0, kNaN}) {
+    EXPECT_TRUE(std::isnan(GetDFF(1.0, df, 4.0))) << df;
+    EXPECT_TRUE(std::isnan(GetDFFUpper(1.0, 4.0, df))) << df;
+    EXPECT_TRUE(std::isnan(GetInvF(0.5, df, 4.0))) << df;
+  }
+  EXPECT_TRUE(std::isnan(GetDFF(kNaN, 1.0, 1.0)));
+  EXPECT_TRUE(std::isnan(GetInvFUpper(2.0, 1.0, 1.0)));
+}
+
+}  // namespace
+}  // namespace orvik::stats
