@@ -24,9 +24,9 @@ CpkForm::CpkForm(const CpkSettings& previous) : DialogModel("CpkForm", "Process 
   AddOptionButton("OneOpt", "sides", !two_sided).caption = "One-sided";
   AddOptionButton("UpOpt", "oneside", two_sided || previous.UseUpper).caption = "Upper limit only";
   AddOptionButton("LowOpt", "oneside", !two_sided && previous.UseLower).caption = "Lower limit only";
-  AddTextBox("Uppertxt", previous.specified && previous.UseUpper ? stats::FormatNumber(previous.USL) : "")
+  AddTextBox("Uppertxt", previous.confirmed && previous.UseUpper ? stats::FormatNumber(previous.USL) : "")
       .caption = "Upper specification limit (USL)";
-  AddTextBox("Lowertxt", previous.specified && previous.UseLower ? stats::FormatNumber(previous.LSL) : "")
+  AddTextBox("Lowertxt", previous.confirmed && previous.UseLower ? stats::FormatNumber(previous.LSL) : "")
       .caption = "Lower specification limit (LSL)";
   AddOptionButton("SubYes", "subgroups", previous.UseSubgroups).caption = "Subgroups";
   AddOptionButton("SubNo", "subgroups", !previous.UseSubgroups).caption = "No subgroups (moving range)";
@@ -97,7 +97,7 @@ bool CpkForm::OnOk(shell::Host& host) {
     }
     settings.SubgroupSize = static_cast<long>(*size);
   }
-  settings.specified = true;
+  settings.confirmed = true;
   result_ = settings;
   return true;
 }

@@ -7,7 +7,7 @@
 
 namespace orvik::capability {
 
-// The specification dialog of the capability study: two-sided or one-sided
+// The dialog of the capability study asking for its limits: two-sided or one-sided
 // (upper or lower limit only) limits and the subgroup choice.
 //
 // Controls: option buttons TwoOpt / OneOpt, UpOpt / LowOpt (enabled for
@@ -17,7 +17,7 @@ namespace orvik::capability {
 // CpkCancle.
 class CpkForm : public shell::DialogModel {
  public:
-  // The dialog as it opens, showing `previous` when a study was specified
+  // The dialog as it opens, showing `previous` when a study was set up
   // earlier in the session.
   explicit CpkForm(const CpkSettings& previous = {});
 

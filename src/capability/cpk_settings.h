@@ -2,10 +2,11 @@
 
 namespace orvik::capability {
 
-// The specification of a capability study as CpkForm stores it; it stays
-// set for the rest of the session until the dialog writes it again.
+// The limits and subgroup choice of a capability study as CpkForm stores
+// them; they stay set for the rest of the session until the dialog writes
+// them again.
 struct CpkSettings {
-  bool specified = false;  // the dialog has been confirmed at least once
+  bool confirmed = false;  // the dialog has been confirmed at least once
   double USL = 0.0;
   double LSL = 0.0;
   bool UseUpper = true;

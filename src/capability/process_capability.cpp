@@ -71,7 +71,7 @@ double CapabilityC4(long m) {
   return charts::C4Approximation(m);
 }
 
-CapabilityOutcome ComputeCapability(std::span<const double> values, const CpkSettings& spec) {
+CapabilityOutcome ComputeCapability(std::span<const double> values, const CpkSettings& study) {
   CapabilityOutcome outcome;
   if (values.empty()) return {std::nullopt, kInputValidData};
   const auto [lowest, highest] = std::minmax_element(values.begin(), values.end());
@@ -87,42 +87,42 @@ CapabilityOutcome ComputeCapability(std::span<const double> values, const CpkSet
   r.variance = Round(GroupSigma(values) * GroupSigma(values), 10);
   r.sigmaLT = Round(std::sqrt(r.variance) / CapabilityC4(r.n), 10);
   if (r.variance == 0 || r.sigmaLT == 0) return {std::nullopt, kImproperData};
-  r.sigmaST = spec.UseSubgroups ? SubgroupSigma(values, spec.SubgroupSize) : MovingRangeSigma(values);
+  r.sigmaST = study.UseSubgroups ? SubgroupSigma(values, study.SubgroupSize) : MovingRangeSigma(values);
   if (!(r.sigmaST > 0)) return {std::nullopt, kImproperData};
 
-  const double usl = spec.USL, lsl = spec.LSL;
-  if (spec.UseUpper) {
+  const double usl = study.USL, lsl = study.LSL;
+  if (study.UseUpper) {
     r.Cpu = Round((usl - r.mean) / (3 * r.sigmaST), 8);
     r.Ppu = Round((usl - r.mean) / (3 * r.sigmaLT), 8);
   }
-  if (spec.UseLower) {
+  if (study.UseLower) {
     r.Cpl = Round((r.mean - lsl) / (3 * r.sigmaST), 8);
     r.Ppl = Round((r.mean - lsl) / (3 * r.sigmaLT), 8);
   }
-  if (spec.UseUpper && spec.UseLower) {
+  if (study.UseUpper && study.UseLower) {
     r.Cp = Round((usl - lsl) / (6 * r.sigmaST), 8);
     r.Pp = Round((usl - lsl) / (6 * r.sigmaLT), 8);
     // On a tie the lower side's value is taken; the two are equal then.
     r.Cpk = *r.Cpu < *r.Cpl ? r.Cpu : r.Cpl;
     r.Ppk = *r.Ppu < *r.Ppl ? r.Ppu : r.Ppl;
   } else {
-    r.Cpk = spec.UseUpper ? r.Cpu : r.Cpl;
-    r.Ppk = spec.UseUpper ? r.Ppu : r.Ppl;
+    r.Cpk = study.UseUpper ? r.Cpu : r.Cpl;
+    r.Ppk = study.UseUpper ? r.Ppu : r.Ppl;
   }
 
   // Only values strictly beyond a limit are nonconforming.
   long out = 0;
   for (const double x : values)
-    if ((spec.UseUpper && x > usl) || (spec.UseLower && x < lsl)) ++out;
+    if ((study.UseUpper && x > usl) || (study.UseLower && x < lsl)) ++out;
   r.observedPpm = Round(static_cast<double>(out) / n, 8) * 1000000;
   // The upper tail comes from the library's own upper-tail function, so a
   // rate of a few ppm keeps all its digits.
-  const double upper_p = spec.UseUpper ? Round(stats::GetDFNormalUpper(usl, r.mean, r.sigmaLT), 10) : 0.0;
-  const double lower_p = spec.UseLower ? Round(stats::GetDFNormal(lsl, r.mean, r.sigmaLT), 10) : 0.0;
+  const double upper_p = study.UseUpper ? Round(stats::GetDFNormalUpper(usl, r.mean, r.sigmaLT), 10) : 0.0;
+  const double lower_p = study.UseLower ? Round(stats::GetDFNormal(lsl, r.mean, r.sigmaLT), 10) : 0.0;
   r.potentialPpm = Round(upper_p + lower_p, 8) * 1000000;
 
   // Two-sided studies measure the sigma level from the upper limit.
-  r.longTermSigmaLevel = spec.UseUpper ? Round((usl - r.mean) / r.sigmaLT, 8) : Round((r.mean - lsl) / r.sigmaLT, 8);
+  r.longTermSigmaLevel = study.UseUpper ? Round((usl - r.mean) / r.sigmaLT, 8) : Round((r.mean - lsl) / r.sigmaLT, 8);
   r.shortTermSigmaLevel = r.longTermSigmaLevel + 1.5;
   outcome.result = r;
   return outcome;
@@ -151,14 +151,14 @@ shell::ResultTable CapabilityTable(const CapabilityResult& r) {
 }
 
 void CpkResultView(shell::Host& host) {
-  const CpkSettings& spec = host.Settings().cpk;
+  const CpkSettings& study = host.Settings().cpk;
   const worksheet::Worksheet* sheet = host.ActiveWorksheet();
   // Moving ranges and subgroups follow time, which runs along the rows of
   // a block of subgroups (one subgroup per row), so the values are taken
   // row by row; for a single column that is its order from the top.
   const std::vector<double> values =
       sheet ? worksheet::NumericCellsRowByRow(*sheet, host.CurrentSelection()) : std::vector<double>{};
-  const CapabilityOutcome outcome = ComputeCapability(values, spec);
+  const CapabilityOutcome outcome = ComputeCapability(values, study);
   if (!outcome.result) {
     host.Refuse(outcome.refusal);
     host.Log().AppendSessionLine(kCancelLine);
@@ -175,13 +175,13 @@ void CpkResultView(shell::Host& host) {
   const auto [lowest, highest] = std::minmax_element(values.begin(), values.end());
   const HistogramClasses classes = MakeHistogramClasses(values, *lowest, *highest);
   chart.series.push_back(HistogramBars(classes));
-  if (spec.UseUpper) {
-    chart.lines.push_back({shell::LineOrientation::Vertical, spec.USL, "USL: " + FormatNumber(spec.USL), shell::kRed, false});
-    chart.labels.push_back({"USL: " + FormatNumber(spec.USL), spec.USL, std::nullopt});
+  if (study.UseUpper) {
+    chart.lines.push_back({shell::LineOrientation::Vertical, study.USL, "USL: " + FormatNumber(study.USL), shell::kRed, false});
+    chart.labels.push_back({"USL: " + FormatNumber(study.USL), study.USL, std::nullopt});
   }
-  if (spec.UseLower) {
-    chart.lines.push_back({shell::LineOrientation::Vertical, spec.LSL, "LSL: " + FormatNumber(spec.LSL), shell::kRed, false});
-    chart.labels.push_back({"LSL: " + FormatNumber(spec.LSL), spec.LSL, std::nullopt});
+  if (study.UseLower) {
+    chart.lines.push_back({shell::LineOrientation::Vertical, study.LSL, "LSL: " + FormatNumber(study.LSL), shell::kRed, false});
+    chart.labels.push_back({"LSL: " + FormatNumber(study.LSL), study.LSL, std::nullopt});
   }
   chart.lines.push_back({shell::LineOrientation::Vertical, r.mean, "Mean:" + FormatNumber(r.mean), shell::kBlue, true});
   chart.labels.push_back({"Mean:" + FormatNumber(r.mean), r.mean, std::nullopt});

@@ -36,7 +36,7 @@ struct CapabilityOutcome {
   std::optional<CapabilityResult> result;
   std::string refusal;
 };
-CapabilityOutcome ComputeCapability(std::span<const double> values, const CpkSettings& spec);
+CapabilityOutcome ComputeCapability(std::span<const double> values, const CpkSettings& study);
 
 // The sixteen-row result grid.
 shell::ResultTable CapabilityTable(const CapabilityResult& result);
@@ -47,7 +47,7 @@ shell::ResultTable CapabilityTable(const CapabilityResult& result);
 void CpkResultView(shell::Host& host);
 
 // The command "mnuPCR": checks the selection, writes the starting line and
-// asks for the specification in CpkForm; OK runs CpkResultView.
+// asks for the limits in CpkForm; OK runs CpkResultView.
 void CpkSelection(shell::Host& host);
 
 }  // namespace orvik::capability

@@ -22,11 +22,11 @@ using testing_support::MessageTexts;
 const std::vector<double> kTen = {10.2, 9.8, 10.1, 10.4, 9.9, 10.0, 10.3, 9.7, 10.1, 10.2};
 
 CpkSettings TwoSided(double lsl, double usl) {
-  CpkSettings spec;
-  spec.specified = true;
-  spec.LSL = lsl;
-  spec.USL = usl;
-  return spec;
+  CpkSettings study;
+  study.confirmed = true;
+  study.LSL = lsl;
+  study.USL = usl;
+  return study;
 }
 
 TEST(CapabilityC4Test, TableUpToTwentyFiveApproximationAbove) {
@@ -61,12 +61,12 @@ TEST(ComputeCapabilityTest, TwoSidedStudyWithMovingRanges) {
 }
 
 TEST(ComputeCapabilityTest, SubgroupsCutInOrderWithAShorterLastGroup) {
-  CpkSettings spec = TwoSided(9, 11);
-  spec.UseSubgroups = true;
-  spec.SubgroupSize = 4;  // groups of 4, 4 and a last group of 2
-  EXPECT_EQ(ComputeCapability(kTen, spec).result->sigmaST, 0.21044412);
-  spec.SubgroupSize = 3;  // groups of 3, 3, 3; the last single value is left out
-  EXPECT_EQ(ComputeCapability(kTen, spec).result->sigmaST, 0.29272804);
+  CpkSettings study = TwoSided(9, 11);
+  study.UseSubgroups = true;
+  study.SubgroupSize = 4;  // groups of 4, 4 and a last group of 2
+  EXPECT_EQ(ComputeCapability(kTen, study).result->sigmaST, 0.21044412);
+  study.SubgroupSize = 3;  // groups of 3, 3, 3; the last single value is left out
+  EXPECT_EQ(ComputeCapability(kTen, study).result->sigmaST, 0.29272804);
 }
 
 TEST(ComputeCapabilityTest, OneSidedStudiesUseTheirSideOnly) {
@@ -122,10 +122,10 @@ TEST(ComputeCapabilityTest, RefusalsInTheirOrder) {
     EXPECT_FALSE(outcome.result.has_value());
     EXPECT_EQ(outcome.refusal, c.refusal);
   }
-  CpkSettings spec = TwoSided(0, 20);
-  spec.UseSubgroups = true;
-  spec.SubgroupSize = 2;  // every subgroup constant: no within spread
-  EXPECT_EQ(ComputeCapability(std::vector<double>{1, 1, 5, 5, 9, 9}, spec).refusal,
+  CpkSettings study = TwoSided(0, 20);
+  study.UseSubgroups = true;
+  study.SubgroupSize = 2;  // every subgroup constant: no within spread
+  EXPECT_EQ(ComputeCapability(std::vector<double>{1, 1, 5, 5, 9, 9}, study).refusal,
             "Improper data for process capability analysis");
 }
 
