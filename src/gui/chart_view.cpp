@@ -6,8 +6,6 @@
 #include <cmath>
 #include <limits>
 
-#include "gui/shell_rules.h"
-
 namespace orvik::gui {
 
 namespace {
@@ -34,16 +32,18 @@ QVector<double> XValues(const shell::PlotSeries& series, std::size_t count) {
 
 }  // namespace
 
-ChartView::ChartView(const shell::ChartSeries& chart, const QString& window_title, bool only_chart, QWidget* parent)
-    : QCustomPlot(parent), window_title_(window_title) {
+ChartView::ChartView(const shell::ChartSeries& chart, PointInfoSource point_info, QWidget* parent)
+    : QCustomPlot(parent), point_info_(std::move(point_info)) {
   setObjectName(QString::fromStdString(chart.name));
-  point_info_ = orvik::gui::ShowsPointInfo(window_title.toStdString(), chart.name, only_chart);
   look_.lineColor = kSeriesColors[0];
   setInteractions(QCP::iRangeDrag | QCP::iRangeZoom | QCP::iSelectPlottables);
   setNoAntialiasingOnDrag(true);
   connect(this, &QCustomPlot::plottableClick, this,
           [this](QCPAbstractPlottable* plottable, int index, QMouseEvent*) { OnPlottableClick(plottable, index); });
   setMinimumSize(300, 200);
+  // Limit lines and their labels lie beneath the series, so that they never
+  // take a click meant for a point on or near them.
+  addLayer(QStringLiteral("limits"), layer(QStringLiteral("main")), QCustomPlot::limBelow);
   Draw(chart);
 }
 
@@ -57,6 +57,8 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
   clearPlottables();
   clearItems();
   series_of_.clear();
+  first_marks_ = nullptr;
+  first_marked_numbers_.clear();
   info_ = nullptr;
   if (plotLayout()->rowCount() > 1) {
     plotLayout()->removeAt(0);
@@ -109,10 +111,12 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
         if (!series.marked.empty()) {
           // Marked points: red filled squares over the series' own markers.
           QVector<double> mx, my;
+          std::vector<long> numbers;
           for (long number : series.marked) {
             if (number < 1 || number > y.size()) continue;
             mx.push_back(x[number - 1]);
             my.push_back(y[number - 1]);
+            numbers.push_back(number);
           }
           auto* marks = addGraph(xAxis, value_axis);
           marks->setName(QString::fromStdString(series.name) + QStringLiteral(" marked"));
@@ -120,6 +124,12 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
           marks->setLineStyle(QCPGraph::lsNone);
           marks->setScatterStyle(QCPScatterStyle(QCPScatterStyle::ssSquare, Qt::red, Qt::red, 8));
           marks->setSelectable(QCP::stNone);
+          if (s == 0) {
+            // setData sorts by x; marked numbers ascend with x as well.
+            std::sort(numbers.begin(), numbers.end());
+            first_marks_ = marks;
+            first_marked_numbers_ = std::move(numbers);
+          }
         }
         if (!series.onSecondAxis)
           for (double v : series.y) take(v, y_min, y_max);
@@ -170,6 +180,7 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
   for (const shell::ChartLine& line : chart.lines) {
     const bool horizontal = line.orientation == shell::LineOrientation::Horizontal;
     auto* straight = new QCPItemStraightLine(this);
+    straight->setLayer(QStringLiteral("limits"));
     QPen pen(line.color ? ToColor(*line.color) : QColor(200, 0, 0));
     if (line.dashed) pen.setStyle(Qt::DashLine);
     straight->setPen(pen);
@@ -184,6 +195,7 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
     }
     if (!line.label.empty()) {
       auto* label = new QCPItemText(this);
+      label->setLayer(QStringLiteral("limits"));
       label->setText(QString::fromStdString(line.label));
       label->setColor(pen.color());
       if (horizontal) {
@@ -251,7 +263,9 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
     set_range(yAxis2, std::min(lo, 0.0), hi, 0.08);
   }
 
-  if (point_info_) {
+  // A chart whose first point has information shows it on clicks; the
+  // window's record decides which charts do.
+  if (point_info_ && point_info_(chart.name, 1)) {
     info_ = new QCPItemText(this);
     info_->position->setType(QCPItemPosition::ptAxisRectRatio);
     info_->position->setCoords(0.5, 0.0);
@@ -264,26 +278,24 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
 
 QString ChartView::PointInfo() const { return info_ ? info_->text() : QString(); }
 
-QString ChartView::ShowPointInfo(int series, int index) {
-  if (!info_ || series < 0 || series >= static_cast<int>(chart_.series.size())) return {};
-  const auto& values = chart_.series[series].y;
-  if (index < 0 || index >= static_cast<int>(values.size())) return {};
-  std::string text;
-  if (window_title_ == QStringLiteral("CUSUM control chart") && chart_.series.size() >= 2 &&
-      index < static_cast<int>(chart_.series[1].y.size())) {
-    // The CUSUM chart's first two series are the upper and the lower sums.
-    text = CusumPointInfoText(index + 1, chart_.series[0].y[index], chart_.series[1].y[index]);
-  } else {
-    text = orvik::gui::PointInfoText(index + 1, values[index]);
-  }
-  info_->setText(QString::fromStdString(text));
+QString ChartView::ShowPointInfo(long number) {
+  if (!info_) return {};
+  const std::optional<std::string> text = point_info_(chart_.name, number);
+  if (!text) return {};
+  info_->setText(QString::fromStdString(*text));
   replot();
   return info_->text();
 }
 
 void ChartView::OnPlottableClick(QCPAbstractPlottable* plottable, int index) {
+  // Only the first series carries the numbered points.
+  if (plottable == first_marks_) {
+    if (index >= 0 && static_cast<std::size_t>(index) < first_marked_numbers_.size())
+      ShowPointInfo(first_marked_numbers_[static_cast<std::size_t>(index)]);
+    return;
+  }
   const auto found = series_of_.find(plottable);
-  if (found != series_of_.end()) ShowPointInfo(found.value(), index);
+  if (found != series_of_.end() && found.value() == 0) ShowPointInfo(index + 1L);
 }
 
 bool SaveChart(QCustomPlot& chart, const QString& path) {

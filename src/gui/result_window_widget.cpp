@@ -1,11 +1,14 @@
 #include "gui/result_window_widget.h"
 
+#include <QAction>
 #include <QEvent>
+#include <QHBoxLayout>
 #include <QHeaderView>
 #include <QSplitter>
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "charts/control_form.h"
 #include "gui/chart_view.h"
 #include "worksheet/sheet_edits.h"
 
@@ -33,7 +36,9 @@ ResultWindowWidget::ResultWindowWidget(const shell::ResultWindow& window, QWidge
 
   auto* split = new QSplitter(Qt::Vertical);
   for (const shell::ChartSeries& chart : window.charts) {
-    auto* view = new ChartView(chart, QString::fromStdString(window.title), window.charts.size() == 1);
+    auto* view = new ChartView(chart, [this](const std::string& name, long number) {
+      return charts::PointInformation(record_, name, number);
+    });
     view->installEventFilter(this);
     split->addWidget(view);
     charts_.push_back(view);
@@ -82,8 +87,29 @@ ResultWindowWidget::ResultWindowWidget(const shell::ResultWindow& window, QWidge
 
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
+  if (OffersGivenLimits()) {
+    const QString key = QString::fromStdString(window.commandKey);
+    given_limits_ = new QPushButton(QStringLiteral("Given limits..."));
+    given_limits_->setObjectName(QStringLiteral("GivenLimits"));
+    given_limits_->setToolTip(QStringLiteral("Draw the chart again with control limits you give"));
+    connect(given_limits_, &QPushButton::clicked, this, [this, key] { emit givenLimitsRequested(key); });
+    // The button sits in the tab bar's corner, so it takes no room from the
+    // charts.
+    tabs_->setCornerWidget(given_limits_, Qt::TopRightCorner);
+    for (ChartView* chart : charts_) {
+      auto* action = new QAction(QStringLiteral("Given Control Limits..."), chart);
+      action->setObjectName(QStringLiteral("miChartGivenLimits"));
+      connect(action, &QAction::triggered, this, [this, key] { emit givenLimitsRequested(key); });
+      chart->setContextMenuPolicy(Qt::ActionsContextMenu);
+      chart->addAction(action);
+    }
+  }
   layout->addWidget(tabs_);
   resize(720, control && charts_.size() > 1 ? 620 : 480);
+}
+
+bool ResultWindowWidget::OffersGivenLimits() const {
+  return record_.kind == shell::WindowKind::ControlForm && !record_.commandKey.empty();
 }
 
 ChartView* ResultWindowWidget::ActiveChart() const {
