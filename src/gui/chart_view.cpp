@@ -20,6 +20,14 @@ const QColor kSeriesColors[] = {QColor(0, 0, 160), QColor(0, 128, 0), QColor(160
 // the line alone is drawn, which keeps 100,000-point charts quick to pan.
 constexpr int kMaxMarkedPoints = 2000;
 
+// The fill of bars and boxes: the series colour washed out, so that a
+// saturated colour does not drown the outlines and grid lines.
+QColor FillColor(const QColor& color) {
+  QColor fill = color;
+  fill.setAlpha(120);
+  return fill;
+}
+
 QVector<double> ToVector(const std::vector<double>& values) { return QVector<double>(values.begin(), values.end()); }
 
 // The x values of a series: its own, or 1, 2, 3, ... when it has none.
@@ -145,7 +153,7 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
         for (int i = 1; i < x.size(); ++i) spacing = std::min(spacing, std::abs(x[i] - x[i - 1]));
         bars->setWidth(spacing > 0 ? spacing * (series.x.empty() ? 0.8 : 1.0) : 0.8);
         bars->setPen(QPen(color.darker()));
-        bars->setBrush(color.lighter(150));
+        bars->setBrush(FillColor(color));
         series_of_.insert(bars, static_cast<int>(s));
         if (!series.onSecondAxis) {
           for (double v : series.y) take(v, y_min, y_max);
@@ -170,13 +178,18 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
           take(x[static_cast<qsizetype>(b)] + 0.5, x_min, x_max);
         }
         boxes->setPen(QPen(color));
-        boxes->setBrush(color.lighter(180));
+        boxes->setBrush(FillColor(color));
         series_of_.insert(boxes, static_cast<int>(s));
         break;
       }
     }
   }
 
+  // Labels of horizontal lines stand in a margin right of the plot, where
+  // no point can hide them; a chart using the right-hand axis keeps them
+  // inside, at the right end of their lines.
+  int margin_labels_width = 0;
+  const bool labels_in_margin = !any_second_axis;
   for (const shell::ChartLine& line : chart.lines) {
     const bool horizontal = line.orientation == shell::LineOrientation::Horizontal;
     auto* straight = new QCPItemStraightLine(this);
@@ -198,7 +211,16 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
       label->setLayer(QStringLiteral("limits"));
       label->setText(QString::fromStdString(line.label));
       label->setColor(pen.color());
-      if (horizontal) {
+      if (horizontal && labels_in_margin) {
+        label->position->setTypeX(QCPItemPosition::ptAxisRectRatio);
+        label->position->setTypeY(QCPItemPosition::ptPlotCoords);
+        label->position->setCoords(1.0, line.value);
+        label->setPositionAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+        label->setPadding(QMargins(4, 0, 0, 0));
+        label->setClipToAxisRect(false);
+        margin_labels_width =
+            std::max(margin_labels_width, QFontMetrics(label->font()).horizontalAdvance(label->text()) + 12);
+      } else if (horizontal) {
         label->position->setTypeX(QCPItemPosition::ptAxisRectRatio);
         label->position->setTypeY(QCPItemPosition::ptPlotCoords);
         label->position->setCoords(0.99, line.value);
@@ -210,6 +232,13 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
         label->setPositionAlignment(Qt::AlignLeft | Qt::AlignTop);
       }
     }
+  }
+
+  if (margin_labels_width > 0) {
+    axisRect()->setAutoMargins(QCP::msLeft | QCP::msTop | QCP::msBottom);
+    axisRect()->setMargins(QMargins(0, 0, margin_labels_width, 0));
+  } else {
+    axisRect()->setAutoMargins(QCP::msAll);
   }
 
   int corner_labels = 0;
@@ -261,6 +290,9 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
       if (series.onSecondAxis)
         for (double v : series.y) take(v, lo, hi);
     set_range(yAxis2, std::min(lo, 0.0), hi, 0.08);
+    // Shares on the right-hand axis (a Pareto chart's cumulative percent)
+    // start from the same base line as the bars.
+    if (lo >= 0.0 && has_bars && yAxis->range().lower == 0.0) yAxis2->setRangeLower(0.0);
   }
 
   // A chart whose first point has information shows it on clicks; the

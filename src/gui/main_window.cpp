@@ -16,6 +16,7 @@
 #include <QStandardPaths>
 #include <QStatusBar>
 #include <QTextBlock>
+#include <algorithm>
 #include <fstream>
 
 #include "charts/given_limits_dialog.h"
@@ -376,6 +377,17 @@ QMdiSubWindow* MainWindow::AddChild(QWidget* widget) {
   sub->resize(wanted + QSize(8, 30));
   sub->installEventFilter(this);
   sub->show();
+  // The frame places a new child at its next cascade position, which can
+  // lie partly outside the visible area; pull the child fully into view,
+  // smaller if the area is smaller.
+  const QRect area = mdi_->viewport()->rect();
+  if (!area.isEmpty()) {
+    QRect frame = sub->geometry();
+    frame.setSize(frame.size().boundedTo(area.size()));
+    frame.moveLeft(std::clamp(frame.left(), 0, area.width() - frame.width()));
+    frame.moveTop(std::clamp(frame.top(), 0, area.height() - frame.height()));
+    sub->setGeometry(frame);
+  }
   mdi_->setActiveSubWindow(sub);
   return sub;
 }

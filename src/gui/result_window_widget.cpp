@@ -34,7 +34,8 @@ ResultWindowWidget::ResultWindowWidget(const shell::ResultWindow& window, QWidge
   tabs_ = new QTabWidget(this);
   tabs_->setObjectName(control ? QStringLiteral("ControlTab") : QStringLiteral("DataChartTab"));
 
-  auto* split = new QSplitter(Qt::Vertical);
+  // A window without charts (descriptive statistics) shows its grid alone.
+  auto* split = window.charts.empty() ? nullptr : new QSplitter(Qt::Vertical);
   for (const shell::ChartSeries& chart : window.charts) {
     auto* view = new ChartView(chart, [this](const std::string& name, long number) {
       return charts::PointInformation(record_, name, number);
@@ -43,7 +44,14 @@ ResultWindowWidget::ResultWindowWidget(const shell::ResultWindow& window, QWidge
     split->addWidget(view);
     charts_.push_back(view);
   }
-  tabs_->addTab(split, control ? QStringLiteral("Control Chart") : QStringLiteral("Chart"));
+  // Charts stacked in one window share their sample axis, so that sample k
+  // stands at the same place in each.
+  if (charts_.size() > 1) {
+    QCPRange shared = charts_.front()->xAxis->range();
+    for (ChartView* chart : charts_) shared.expand(chart->xAxis->range());
+    for (ChartView* chart : charts_) chart->xAxis->setRange(shared);
+  }
+  if (split) tabs_->addTab(split, control ? QStringLiteral("Control Chart") : QStringLiteral("Chart"));
 
   grid_ = new QTableWidget;
   grid_->setObjectName(QStringLiteral("DataView"));

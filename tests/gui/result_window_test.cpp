@@ -29,7 +29,7 @@ shell::ResultWindow TwoChartWindow() {
   one.lines.push_back({shell::LineOrientation::Horizontal, 10.6, "CL= 10.6", {}, false});
   one.lines.push_back({shell::LineOrientation::Horizontal, 8.7, "LCL= 8.7", {}, true});
   shell::ChartSeries& two = window.Chart("ChartTwo");
-  two.series.push_back({"R", shell::SeriesType::Line, {1, 2, 3, 4, 5}, {1, 2, 1.5, 3, 2}, {}, {}, false});
+  two.series.push_back({"R", shell::SeriesType::Line, {2, 3, 4, 5, 6}, {1, 2, 1.5, 3, 2}, {}, {}, false});
   window.table->columns = {"xbar", "xbar UCL"};
   window.table->AddRow({"10", "12.5"});
   window.table->AddRow({});
@@ -131,6 +131,19 @@ class ResultWindowTest : public QObject {
     QCOMPARE(one->xAxis->label(), QStringLiteral("Sample"));
     // Limit lines lie inside the value range.
     QVERIFY(one->yAxis->range().contains(12.75) && one->yAxis->range().contains(8.7));
+    // Their labels stand right of the plot, in a margin wide enough for
+    // them, where no point can cover them.
+    for (int i = 0; i < one->itemCount(); ++i) {
+      auto* label = qobject_cast<QCPItemText*>(one->item(i));
+      if (!label || !label->text().contains(QLatin1Char('='))) continue;
+      QCOMPARE(label->position->coords().x(), 1.0);
+      QVERIFY(!label->clipToAxisRect());
+      QVERIFY(one->axisRect()->margins().right() >= QFontMetrics(label->font()).horizontalAdvance(label->text()));
+    }
+    // The stacked charts share their sample axis although the lower one
+    // starts a sample later.
+    QCOMPARE(one->xAxis->range(), two->xAxis->range());
+    QVERIFY(one->xAxis->range().contains(1) && one->xAxis->range().contains(6));
 
     QTableWidget* grid = window.findChild<QTableWidget*>(QStringLiteral("DataView"));
     QCOMPARE(grid->rowCount(), 3);
@@ -194,12 +207,16 @@ class ResultWindowTest : public QObject {
     auto* bars = qobject_cast<QCPBars*>(view->plottable(0));
     QVERIFY(bars);
     QCOMPARE(bars->dataCount(), 3);
-    QCOMPARE(bars->brush().color(), QColor(255, 0, 0).lighter(150));
+    QCOMPARE(bars->brush().color().rgb(), QColor(255, 0, 0).rgb());  // the core's colour, washed out
+    QVERIFY(bars->brush().color().alpha() < 255);
     auto ticker = view->xAxis->ticker().dynamicCast<QCPAxisTickerText>();
     QVERIFY(ticker);
     QCOMPARE(ticker->ticks().value(2.0), QStringLiteral("Dent"));
     QVERIFY(view->yAxis2->visible());
     QCOMPARE(view->yAxis2->label(), QStringLiteral("Cum %"));
+    // Both axes start at the bars' base line.
+    QCOMPARE(view->yAxis->range().lower, 0.0);
+    QCOMPARE(view->yAxis2->range().lower, 0.0);
     QCOMPARE(view->graph(0)->valueAxis(), view->yAxis2);
     QVERIFY(view->yAxis->range().contains(30) && !view->yAxis->range().contains(90));
     QVERIFY(Texts(view).contains(QStringLiteral("n = 55")));
