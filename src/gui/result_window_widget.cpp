@@ -50,6 +50,28 @@ ResultWindowWidget::ResultWindowWidget(const shell::ResultWindow& window, QWidge
     QCPRange shared = charts_.front()->xAxis->range();
     for (ChartView* chart : charts_) shared.expand(chart->xAxis->range());
     for (ChartView* chart : charts_) chart->xAxis->setRange(shared);
+    // Their plots line up as well: the right margins (limit labels) are
+    // fixed, so each takes the widest; the left margins follow the tick
+    // labels, so after each layout the narrower ones are raised to the
+    // widest. Margins only grow, so this settles after one pass.
+    int right = 0;
+    for (ChartView* chart : charts_) right = std::max(right, chart->axisRect()->margins().right());
+    for (ChartView* chart : charts_) {
+      if (right == 0 || chart->yAxis2->visible()) continue;
+      chart->axisRect()->setAutoMargins(QCP::msLeft | QCP::msTop | QCP::msBottom);
+      chart->axisRect()->setMargins(QMargins(0, 0, right, 0));
+    }
+    for (ChartView* chart : charts_) {
+      connect(chart, &QCustomPlot::afterLayout, this, [this] {
+        int left = 0;
+        for (ChartView* each : charts_) left = std::max(left, each->axisRect()->margins().left());
+        for (ChartView* each : charts_) {
+          if (each->axisRect()->minimumMargins().left() >= left) continue;
+          each->axisRect()->setMinimumMargins(QMargins(left, 0, 0, 0));
+          each->replot(QCustomPlot::rpQueuedReplot);
+        }
+      });
+    }
   }
   if (split) tabs_->addTab(split, control ? QStringLiteral("Control Chart") : QStringLiteral("Chart"));
 

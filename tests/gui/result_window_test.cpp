@@ -144,6 +144,13 @@ class ResultWindowTest : public QObject {
     // starts a sample later.
     QCOMPARE(one->xAxis->range(), two->xAxis->range());
     QVERIFY(one->xAxis->range().contains(1) && one->xAxis->range().contains(6));
+    // And their plots line up, though "12.75" needs more room than "3".
+    window.resize(800, 600);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QTest::qWait(20);
+    QCOMPARE(one->axisRect()->left(), two->axisRect()->left());
+    QCOMPARE(one->axisRect()->right(), two->axisRect()->right());
 
     QTableWidget* grid = window.findChild<QTableWidget*>(QStringLiteral("DataView"));
     QCOMPARE(grid->rowCount(), 3);
