@@ -196,7 +196,9 @@ std::optional<std::string> PointInformation(const shell::ResultWindow& window, c
     const shell::PlotSeries& points = chart.series.front();
     if (point_number < 1 || point_number > static_cast<long>(points.y.size())) return std::nullopt;
     const auto i = static_cast<std::size_t>(point_number - 1);
-    return "Number: " + FormatNumber(points.x[i]) + " | Value: " + FormatNumber(points.y[i]);
+    // A series without its own x values is numbered 1, 2, 3, ... as drawn.
+    const double number = i < points.x.size() ? points.x[i] : static_cast<double>(point_number);
+    return "Number: " + FormatNumber(number) + " | Value: " + FormatNumber(points.y[i]);
   }
   return std::nullopt;
 }

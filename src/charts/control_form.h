@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "charts/control_limits.h"
+#include "shell/command_failed.h"
 #include "shell/host.h"
 #include "shell/result_window.h"
 
@@ -73,12 +74,11 @@ std::string CompletedLine(const std::string& name);
 std::string CancelLine(const std::string& name);
 std::string FailureText(const std::string& name);
 
-// Thrown by a chart procedure after it has shown its failure message and
-// written its cancel line, so that the command ends as failed. Nothing is
-// left to report.
-class ChartFailed : public std::runtime_error {
+// The failure of a chart procedure: its failure message is shown and its
+// cancel line written, so the front-ends end the command quietly.
+class ChartFailed : public shell::CommandFailed {
  public:
-  using std::runtime_error::runtime_error;
+  using shell::CommandFailed::CommandFailed;
 };
 
 // Runs the computing part of chart `name`. A run-time failure inside it

@@ -6,8 +6,6 @@
 #include <cmath>
 #include <limits>
 
-#include "gui/shell_rules.h"
-
 namespace orvik::gui {
 
 namespace {
@@ -22,6 +20,14 @@ const QColor kSeriesColors[] = {QColor(0, 0, 160), QColor(0, 128, 0), QColor(160
 // the line alone is drawn, which keeps 100,000-point charts quick to pan.
 constexpr int kMaxMarkedPoints = 2000;
 
+// The fill of bars and boxes: the series colour washed out, so that a
+// saturated colour does not drown the outlines and grid lines.
+QColor FillColor(const QColor& color) {
+  QColor fill = color;
+  fill.setAlpha(120);
+  return fill;
+}
+
 QVector<double> ToVector(const std::vector<double>& values) { return QVector<double>(values.begin(), values.end()); }
 
 // The x values of a series: its own, or 1, 2, 3, ... when it has none.
@@ -34,16 +40,18 @@ QVector<double> XValues(const shell::PlotSeries& series, std::size_t count) {
 
 }  // namespace
 
-ChartView::ChartView(const shell::ChartSeries& chart, const QString& window_title, bool only_chart, QWidget* parent)
-    : QCustomPlot(parent), window_title_(window_title) {
+ChartView::ChartView(const shell::ChartSeries& chart, PointInfoSource point_info, QWidget* parent)
+    : QCustomPlot(parent), point_info_(std::move(point_info)) {
   setObjectName(QString::fromStdString(chart.name));
-  point_info_ = orvik::gui::ShowsPointInfo(window_title.toStdString(), chart.name, only_chart);
   look_.lineColor = kSeriesColors[0];
   setInteractions(QCP::iRangeDrag | QCP::iRangeZoom | QCP::iSelectPlottables);
   setNoAntialiasingOnDrag(true);
   connect(this, &QCustomPlot::plottableClick, this,
           [this](QCPAbstractPlottable* plottable, int index, QMouseEvent*) { OnPlottableClick(plottable, index); });
   setMinimumSize(300, 200);
+  // Limit lines and their labels lie beneath the series, so that they never
+  // take a click meant for a point on or near them.
+  addLayer(QStringLiteral("limits"), layer(QStringLiteral("main")), QCustomPlot::limBelow);
   Draw(chart);
 }
 
@@ -57,6 +65,8 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
   clearPlottables();
   clearItems();
   series_of_.clear();
+  first_marks_ = nullptr;
+  first_marked_numbers_.clear();
   info_ = nullptr;
   if (plotLayout()->rowCount() > 1) {
     plotLayout()->removeAt(0);
@@ -109,10 +119,12 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
         if (!series.marked.empty()) {
           // Marked points: red filled squares over the series' own markers.
           QVector<double> mx, my;
+          std::vector<long> numbers;
           for (long number : series.marked) {
             if (number < 1 || number > y.size()) continue;
             mx.push_back(x[number - 1]);
             my.push_back(y[number - 1]);
+            numbers.push_back(number);
           }
           auto* marks = addGraph(xAxis, value_axis);
           marks->setName(QString::fromStdString(series.name) + QStringLiteral(" marked"));
@@ -120,6 +132,12 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
           marks->setLineStyle(QCPGraph::lsNone);
           marks->setScatterStyle(QCPScatterStyle(QCPScatterStyle::ssSquare, Qt::red, Qt::red, 8));
           marks->setSelectable(QCP::stNone);
+          if (s == 0) {
+            // setData sorts by x; marked numbers ascend with x as well.
+            std::sort(numbers.begin(), numbers.end());
+            first_marks_ = marks;
+            first_marked_numbers_ = std::move(numbers);
+          }
         }
         if (!series.onSecondAxis)
           for (double v : series.y) take(v, y_min, y_max);
@@ -135,7 +153,7 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
         for (int i = 1; i < x.size(); ++i) spacing = std::min(spacing, std::abs(x[i] - x[i - 1]));
         bars->setWidth(spacing > 0 ? spacing * (series.x.empty() ? 0.8 : 1.0) : 0.8);
         bars->setPen(QPen(color.darker()));
-        bars->setBrush(color.lighter(150));
+        bars->setBrush(FillColor(color));
         series_of_.insert(bars, static_cast<int>(s));
         if (!series.onSecondAxis) {
           for (double v : series.y) take(v, y_min, y_max);
@@ -160,16 +178,22 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
           take(x[static_cast<qsizetype>(b)] + 0.5, x_min, x_max);
         }
         boxes->setPen(QPen(color));
-        boxes->setBrush(color.lighter(180));
+        boxes->setBrush(FillColor(color));
         series_of_.insert(boxes, static_cast<int>(s));
         break;
       }
     }
   }
 
+  // Labels of horizontal lines stand in a margin right of the plot, where
+  // no point can hide them; a chart using the right-hand axis keeps them
+  // inside, at the right end of their lines.
+  int margin_labels_width = 0;
+  const bool labels_in_margin = !any_second_axis;
   for (const shell::ChartLine& line : chart.lines) {
     const bool horizontal = line.orientation == shell::LineOrientation::Horizontal;
     auto* straight = new QCPItemStraightLine(this);
+    straight->setLayer(QStringLiteral("limits"));
     QPen pen(line.color ? ToColor(*line.color) : QColor(200, 0, 0));
     if (line.dashed) pen.setStyle(Qt::DashLine);
     straight->setPen(pen);
@@ -184,9 +208,19 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
     }
     if (!line.label.empty()) {
       auto* label = new QCPItemText(this);
+      label->setLayer(QStringLiteral("limits"));
       label->setText(QString::fromStdString(line.label));
       label->setColor(pen.color());
-      if (horizontal) {
+      if (horizontal && labels_in_margin) {
+        label->position->setTypeX(QCPItemPosition::ptAxisRectRatio);
+        label->position->setTypeY(QCPItemPosition::ptPlotCoords);
+        label->position->setCoords(1.0, line.value);
+        label->setPositionAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+        label->setPadding(QMargins(4, 0, 0, 0));
+        label->setClipToAxisRect(false);
+        margin_labels_width =
+            std::max(margin_labels_width, QFontMetrics(label->font()).horizontalAdvance(label->text()) + 12);
+      } else if (horizontal) {
         label->position->setTypeX(QCPItemPosition::ptAxisRectRatio);
         label->position->setTypeY(QCPItemPosition::ptPlotCoords);
         label->position->setCoords(0.99, line.value);
@@ -198,6 +232,13 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
         label->setPositionAlignment(Qt::AlignLeft | Qt::AlignTop);
       }
     }
+  }
+
+  if (margin_labels_width > 0) {
+    axisRect()->setAutoMargins(QCP::msLeft | QCP::msTop | QCP::msBottom);
+    axisRect()->setMargins(QMargins(0, 0, margin_labels_width, 0));
+  } else {
+    axisRect()->setAutoMargins(QCP::msAll);
   }
 
   int corner_labels = 0;
@@ -249,9 +290,14 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
       if (series.onSecondAxis)
         for (double v : series.y) take(v, lo, hi);
     set_range(yAxis2, std::min(lo, 0.0), hi, 0.08);
+    // Shares on the right-hand axis (a Pareto chart's cumulative percent)
+    // start from the same base line as the bars.
+    if (lo >= 0.0 && has_bars && yAxis->range().lower == 0.0) yAxis2->setRangeLower(0.0);
   }
 
-  if (point_info_) {
+  // A chart whose first point has information shows it on clicks; the
+  // window's record decides which charts do.
+  if (point_info_ && point_info_(chart.name, 1)) {
     info_ = new QCPItemText(this);
     info_->position->setType(QCPItemPosition::ptAxisRectRatio);
     info_->position->setCoords(0.5, 0.0);
@@ -264,26 +310,24 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
 
 QString ChartView::PointInfo() const { return info_ ? info_->text() : QString(); }
 
-QString ChartView::ShowPointInfo(int series, int index) {
-  if (!info_ || series < 0 || series >= static_cast<int>(chart_.series.size())) return {};
-  const auto& values = chart_.series[series].y;
-  if (index < 0 || index >= static_cast<int>(values.size())) return {};
-  std::string text;
-  if (window_title_ == QStringLiteral("CUSUM control chart") && chart_.series.size() >= 2 &&
-      index < static_cast<int>(chart_.series[1].y.size())) {
-    // The CUSUM chart's first two series are the upper and the lower sums.
-    text = CusumPointInfoText(index + 1, chart_.series[0].y[index], chart_.series[1].y[index]);
-  } else {
-    text = orvik::gui::PointInfoText(index + 1, values[index]);
-  }
-  info_->setText(QString::fromStdString(text));
+QString ChartView::ShowPointInfo(long number) {
+  if (!info_) return {};
+  const std::optional<std::string> text = point_info_(chart_.name, number);
+  if (!text) return {};
+  info_->setText(QString::fromStdString(*text));
   replot();
   return info_->text();
 }
 
 void ChartView::OnPlottableClick(QCPAbstractPlottable* plottable, int index) {
+  // Only the first series carries the numbered points.
+  if (plottable == first_marks_) {
+    if (index >= 0 && static_cast<std::size_t>(index) < first_marked_numbers_.size())
+      ShowPointInfo(first_marked_numbers_[static_cast<std::size_t>(index)]);
+    return;
+  }
   const auto found = series_of_.find(plottable);
-  if (found != series_of_.end()) ShowPointInfo(found.value(), index);
+  if (found != series_of_.end() && found.value() == 0) ShowPointInfo(index + 1L);
 }
 
 bool SaveChart(QCustomPlot& chart, const QString& path) {

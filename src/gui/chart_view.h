@@ -2,21 +2,28 @@
 
 #include <qcustomplot.h>
 
+#include <functional>
+#include <optional>
+#include <string>
+
 #include "shell/chart_series.h"
 
 namespace orvik::gui {
 
+// The text of a click on point `number` (1-based, in the chart's first
+// series) of the chart named `chart_name`, or nothing when that chart shows
+// no point information.
+using PointInfoSource = std::function<std::optional<std::string>(const std::string& chart_name, long number)>;
+
 // One chart of a result window, drawn from the core's description. It keeps
-// the description, so the chart property dialog can redraw it and a click on
-// a point can name the point.
+// the description, so the chart property dialog can redraw it, and asks its
+// window's record what a click on a point shows.
 class ChartView : public QCustomPlot {
   Q_OBJECT
 
  public:
-  // `window_title` decides whether a click on a point shows its information;
-  // `only_chart` tells whether the window holds this chart alone.
-  ChartView(const shell::ChartSeries& chart, const QString& window_title, bool only_chart,
-            QWidget* parent = nullptr);
+  // Without a `point_info` source, clicks show nothing.
+  explicit ChartView(const shell::ChartSeries& chart, PointInfoSource point_info = {}, QWidget* parent = nullptr);
 
   const shell::ChartSeries& Description() const { return chart_; }
   // Draws `chart` in place of the present description.
@@ -32,22 +39,27 @@ class ChartView : public QCustomPlot {
   Look CurrentLook() const { return look_; }
   void SetLook(const Look& look);
 
-  bool ShowsPointInfo() const { return point_info_; }
-  // Shows the information of point `index` (0-based) of series `series`, as
-  // a click on it does; returns the text shown.
-  QString ShowPointInfo(int series, int index);
+  bool ShowsPointInfo() const { return info_ != nullptr; }
+  // Shows the information of point `number` (1-based) of the first series,
+  // as a click on it does; returns the text shown, empty when the chart has
+  // none for that point.
+  QString ShowPointInfo(long number);
   QString PointInfo() const;
 
  private:
   void OnPlottableClick(QCPAbstractPlottable* plottable, int index);
 
   shell::ChartSeries chart_;
-  QString window_title_;
-  bool point_info_ = false;
+  PointInfoSource point_info_;
   Look look_;
   QCPItemText* info_ = nullptr;
   // For each plottable drawn, the index of its series in the description.
   QHash<QCPAbstractPlottable*, int> series_of_;
+  // The graph of the first series' marked points, drawn over the series, and
+  // the point number of each of its markers: a click on a marked point lands
+  // on this graph.
+  QCPAbstractPlottable* first_marks_ = nullptr;
+  std::vector<long> first_marked_numbers_;
 };
 
 // Saves `chart` as a picture, the format chosen by the file's extension:

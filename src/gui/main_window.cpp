@@ -16,14 +16,17 @@
 #include <QStandardPaths>
 #include <QStatusBar>
 #include <QTextBlock>
+#include <algorithm>
 #include <fstream>
 
+#include "charts/given_limits_dialog.h"
 #include "formats/delimited_text.h"
 #include "gui/chart_view.h"
 #include "gui/result_window_widget.h"
 #include "gui/sheet_printer.h"
 #include "gui/tool_dialogs.h"
 #include "gui/worksheet_window.h"
+#include "shell/command_failed.h"
 #include "shell/tool_dispatch.h"
 
 namespace orvik::gui {
@@ -102,6 +105,7 @@ MainWindow::MainWindow() : host_(*this) {
   CreateWindowCommands();
   SetDocumentMenusEnabled(false);
   connect(mdi_, &QMdiArea::subWindowActivated, this, [this](QMdiSubWindow* sub) {
+    UpdateGivenLimitsTool();
     if (!sub) return;
     if (auto* sheet = qobject_cast<WorksheetWindow*>(sub->widget())) last_sheet_ = sheet;
     setWindowTitle(QString::fromLatin1(kMainTitle) + QStringLiteral(" - [") + sub->windowTitle() +
@@ -114,6 +118,9 @@ MainWindow::MainWindow() : host_(*this) {
 MainWindow::~MainWindow() {
   host_.Log().SetAppendListener(nullptr);
   exiting_ = true;
+  // The children close while the window's members are already gone; their
+  // activation changes must not reach it.
+  disconnect(mdi_, nullptr, this, nullptr);
 }
 
 void MainWindow::ApplyLook() { setStyleSheet(QString::fromLatin1(kNormalBlue)); }
@@ -207,6 +214,21 @@ void MainWindow::CreateBars() {
   tools_.insert(undo->objectName(), undo);
   tools_.insert(redo->objectName(), redo);
 
+  // Given limits act on the control chart of the active result window, so
+  // the entry lives here rather than in the command table.
+  QMenu* graph = menus_.value(QStringLiteral("mnuGraph"));
+  auto* given = new QAction(QStringLiteral("Given Control Limits..."), this);
+  given->setObjectName(QStringLiteral("miGivenLimits"));
+  given->setEnabled(false);
+  connect(given, &QAction::triggered, this, [this] {
+    if (const ResultWindowWidget* result = ActiveResultWindow(); result && result->OffersGivenLimits())
+      OpenGivenLimits(QString::fromStdString(result->Record().commandKey));
+  });
+  graph->insertSeparator(tools_.value(QStringLiteral("mnuChartProperty")));
+  graph->insertAction(tools_.value(QStringLiteral("mnuChartProperty")), given);
+  graph->insertSeparator(tools_.value(QStringLiteral("mnuChartProperty")));
+  tools_.insert(given->objectName(), given);
+
   bar_standard_ = addToolBar(QStringLiteral("Standard"));
   bar_standard_->setObjectName(QStringLiteral("barStandard"));
   bar_standard_->setIconSize(QSize(28, 24));
@@ -289,12 +311,29 @@ void MainWindow::ToolClick(const QString& key) {
     return;
   }
   if (!command->run) return;
+  RunGuarded([this, command] { command->run(host_); });
+}
+
+void MainWindow::RunGuarded(const std::function<void()>& body) {
   try {
-    command->run(host_);
+    body();
+  } catch (const shell::CommandFailed&) {
+    // The command has shown its own failure message and written its cancel
+    // line; a second message would only repeat it.
   } catch (const std::exception&) {
     // An analysis that fails at run time ends with the common failure message.
     host_.Refuse("Please, input valid data");
   }
+}
+
+void MainWindow::OpenGivenLimits(const QString& key) {
+  const std::string name = key.toStdString();
+  RunGuarded([this, &name] { charts::OpenGivenLimits(host_, name); });
+}
+
+void MainWindow::UpdateGivenLimitsTool() {
+  const ResultWindowWidget* result = ActiveResultWindow();
+  tools_.value(QStringLiteral("miGivenLimits"))->setEnabled(result && result->OffersGivenLimits());
 }
 
 WorksheetWindow* MainWindow::NewWorksheet() {
@@ -325,6 +364,7 @@ WorksheetWindow* MainWindow::OpenDataFile(const QString& path) {
 
 ResultWindowWidget* MainWindow::OpenResultWindow(const shell::ResultWindow& window) {
   auto* widget = new ResultWindowWidget(window);
+  connect(widget, &ResultWindowWidget::givenLimitsRequested, this, &MainWindow::OpenGivenLimits);
   AddChild(widget);
   return widget;
 }
@@ -337,6 +377,17 @@ QMdiSubWindow* MainWindow::AddChild(QWidget* widget) {
   sub->resize(wanted + QSize(8, 30));
   sub->installEventFilter(this);
   sub->show();
+  // The frame places a new child at its next cascade position, which can
+  // lie partly outside the visible area; pull the child fully into view,
+  // smaller if the area is smaller.
+  const QRect area = mdi_->viewport()->rect();
+  if (!area.isEmpty()) {
+    QRect frame = sub->geometry();
+    frame.setSize(frame.size().boundedTo(area.size()));
+    frame.moveLeft(std::clamp(frame.left(), 0, area.width() - frame.width()));
+    frame.moveTop(std::clamp(frame.top(), 0, area.height() - frame.height()));
+    sub->setGeometry(frame);
+  }
   mdi_->setActiveSubWindow(sub);
   return sub;
 }

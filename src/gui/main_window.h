@@ -51,6 +51,9 @@ class MainWindow : public QMainWindow {
   WorksheetWindow* OpenDataFile(const QString& path);
   // Opens a result window as a child window.
   ResultWindowWidget* OpenResultWindow(const shell::ResultWindow& window);
+  // Opens the given-limits dialog of the control chart made by tool `key`;
+  // on OK the chart is drawn again in a new result window.
+  void OpenGivenLimits(const QString& key);
 
   // The worksheet commands act on: the active child when it is a worksheet,
   // else the worksheet that was active last.
@@ -78,6 +81,12 @@ class MainWindow : public QMainWindow {
   void CreateBars();
   void CreateWindowCommands();
   void SetDocumentMenusEnabled(bool enabled);
+  // Runs a core command. A failure the command has already reported ends
+  // quietly; any other run-time failure shows the common failure message.
+  void RunGuarded(const std::function<void()>& body);
+  // The chart menu's given-limits entry is on while a control chart is the
+  // active window.
+  void UpdateGivenLimitsTool();
   QMdiSubWindow* AddChild(QWidget* widget);
   void ColorTool(QAction* tool);
   QString ChooseFile(bool save, const QString& filter);

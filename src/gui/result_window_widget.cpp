@@ -1,11 +1,14 @@
 #include "gui/result_window_widget.h"
 
+#include <QAction>
 #include <QEvent>
+#include <QHBoxLayout>
 #include <QHeaderView>
 #include <QSplitter>
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "charts/control_form.h"
 #include "gui/chart_view.h"
 #include "worksheet/sheet_edits.h"
 
@@ -31,14 +34,46 @@ ResultWindowWidget::ResultWindowWidget(const shell::ResultWindow& window, QWidge
   tabs_ = new QTabWidget(this);
   tabs_->setObjectName(control ? QStringLiteral("ControlTab") : QStringLiteral("DataChartTab"));
 
-  auto* split = new QSplitter(Qt::Vertical);
+  // A window without charts (descriptive statistics) shows its grid alone.
+  auto* split = window.charts.empty() ? nullptr : new QSplitter(Qt::Vertical);
   for (const shell::ChartSeries& chart : window.charts) {
-    auto* view = new ChartView(chart, QString::fromStdString(window.title), window.charts.size() == 1);
+    auto* view = new ChartView(chart, [this](const std::string& name, long number) {
+      return charts::PointInformation(record_, name, number);
+    });
     view->installEventFilter(this);
     split->addWidget(view);
     charts_.push_back(view);
   }
-  tabs_->addTab(split, control ? QStringLiteral("Control Chart") : QStringLiteral("Chart"));
+  // Charts stacked in one window share their sample axis, so that sample k
+  // stands at the same place in each.
+  if (charts_.size() > 1) {
+    QCPRange shared = charts_.front()->xAxis->range();
+    for (ChartView* chart : charts_) shared.expand(chart->xAxis->range());
+    for (ChartView* chart : charts_) chart->xAxis->setRange(shared);
+    // Their plots line up as well: the right margins (limit labels) are
+    // fixed, so each takes the widest; the left margins follow the tick
+    // labels, so after each layout the narrower ones are raised to the
+    // widest. Margins only grow, so this settles after one pass.
+    int right = 0;
+    for (ChartView* chart : charts_) right = std::max(right, chart->axisRect()->margins().right());
+    for (ChartView* chart : charts_) {
+      if (right == 0 || chart->yAxis2->visible()) continue;
+      chart->axisRect()->setAutoMargins(QCP::msLeft | QCP::msTop | QCP::msBottom);
+      chart->axisRect()->setMargins(QMargins(0, 0, right, 0));
+    }
+    for (ChartView* chart : charts_) {
+      connect(chart, &QCustomPlot::afterLayout, this, [this] {
+        int left = 0;
+        for (ChartView* each : charts_) left = std::max(left, each->axisRect()->margins().left());
+        for (ChartView* each : charts_) {
+          if (each->axisRect()->minimumMargins().left() >= left) continue;
+          each->axisRect()->setMinimumMargins(QMargins(left, 0, 0, 0));
+          each->replot(QCustomPlot::rpQueuedReplot);
+        }
+      });
+    }
+  }
+  if (split) tabs_->addTab(split, control ? QStringLiteral("Control Chart") : QStringLiteral("Chart"));
 
   grid_ = new QTableWidget;
   grid_->setObjectName(QStringLiteral("DataView"));
@@ -82,8 +117,29 @@ ResultWindowWidget::ResultWindowWidget(const shell::ResultWindow& window, QWidge
 
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
+  if (OffersGivenLimits()) {
+    const QString key = QString::fromStdString(window.commandKey);
+    given_limits_ = new QPushButton(QStringLiteral("Given limits..."));
+    given_limits_->setObjectName(QStringLiteral("GivenLimits"));
+    given_limits_->setToolTip(QStringLiteral("Draw the chart again with control limits you give"));
+    connect(given_limits_, &QPushButton::clicked, this, [this, key] { emit givenLimitsRequested(key); });
+    // The button sits in the tab bar's corner, so it takes no room from the
+    // charts.
+    tabs_->setCornerWidget(given_limits_, Qt::TopRightCorner);
+    for (ChartView* chart : charts_) {
+      auto* action = new QAction(QStringLiteral("Given Control Limits..."), chart);
+      action->setObjectName(QStringLiteral("miChartGivenLimits"));
+      connect(action, &QAction::triggered, this, [this, key] { emit givenLimitsRequested(key); });
+      chart->setContextMenuPolicy(Qt::ActionsContextMenu);
+      chart->addAction(action);
+    }
+  }
   layout->addWidget(tabs_);
   resize(720, control && charts_.size() > 1 ? 620 : 480);
+}
+
+bool ResultWindowWidget::OffersGivenLimits() const {
+  return record_.kind == shell::WindowKind::ControlForm && !record_.commandKey.empty();
 }
 
 ChartView* ResultWindowWidget::ActiveChart() const {

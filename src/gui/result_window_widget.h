@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPushButton>
 #include <QTableWidget>
 #include <QTabWidget>
 #include <QWidget>
@@ -24,8 +25,19 @@ class ResultWindowWidget : public QWidget {
   // The chart that commands act on: the one last clicked, else the first.
   ChartView* ActiveChart() const;
   QTableWidget* DataView() const { return grid_; }
+  // Whether the window is a control chart that its command can draw again
+  // with given limits: a ControlForm that knows its tool key.
+  bool OffersGivenLimits() const;
+  // The "Given limits..." button over the charts; null when the window
+  // does not offer them.
+  QPushButton* GivenLimitsButton() const { return given_limits_; }
   // The grid as tab-separated text, heading row first when it has one.
   QString GridText() const;
+
+ signals:
+  // The user asked for given limits through the button or a chart's
+  // context menu; `key` is the tool key that made the window.
+  void givenLimitsRequested(const QString& key);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -36,6 +48,7 @@ class ResultWindowWidget : public QWidget {
   QTableWidget* grid_ = nullptr;
   std::vector<ChartView*> charts_;
   ChartView* active_ = nullptr;
+  QPushButton* given_limits_ = nullptr;
 };
 
 }  // namespace orvik::gui

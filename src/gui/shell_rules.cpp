@@ -1,9 +1,5 @@
 #include "gui/shell_rules.h"
 
-#include <algorithm>
-#include <array>
-#include <charconv>
-
 namespace orvik::gui {
 
 std::optional<RowColumnEditKind> RowColumnEditForKey(std::string_view key) {
@@ -97,37 +93,6 @@ std::string FormatCommaSeparated(const std::vector<std::vector<std::string>>& ce
     out += "\r\n";
   }
   return out;
-}
-
-std::string ShortestNumber(double value) {
-  std::array<char, 64> buffer{};
-  const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
-  return std::string(buffer.data(), result.ptr);
-}
-
-std::string PointInfoText(long number, double value) {
-  return "Number: " + std::to_string(number) + " | Value: " + ShortestNumber(value);
-}
-
-std::string CusumPointInfoText(long number, double upper_sum, double lower_sum) {
-  return "Number: " + std::to_string(number) + " | C+: " + ShortestNumber(upper_sum) +
-         " | C-: " + ShortestNumber(lower_sum);
-}
-
-bool ShowsPointInfo(std::string_view window_title, std::string_view chart_name, bool only_chart) {
-  static constexpr std::array<std::string_view, 7> upper = {
-      "xbar-R control chart", "x-MR control chart", "xbar control chart", "xbar-s control chart",
-      "np control chart",     "CUSUM control chart", "CV control chart"};
-  static constexpr std::array<std::string_view, 12> lower = {
-      "xbar-R control chart", "x-MR control chart", "xbar-s control chart", "S control chart",
-      "R control chart",      "p control chart",    "np control chart",     "c control chart",
-      "u control chart",      "EWMA control chart", "MA control chart",     "MR control chart"};
-  const bool in_upper = std::find(upper.begin(), upper.end(), window_title) != upper.end();
-  const bool in_lower = std::find(lower.begin(), lower.end(), window_title) != lower.end();
-  if (only_chart) return in_upper || in_lower;
-  if (chart_name == "ChartOne") return in_upper;
-  if (chart_name == "ChartTwo") return in_lower;
-  return false;
 }
 
 }  // namespace orvik::gui

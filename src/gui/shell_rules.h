@@ -2,8 +2,8 @@
 
 // The rules of the main window that need no widgets: worksheet naming, the
 // texts of the close and exit questions, when menus are switched off, how a
-// grid selection maps to the SelBlock fields, and the point information of a
-// chart click. The widget classes only bind them.
+// grid selection maps to the SelBlock fields. The widget classes only bind
+// them.
 
 #include <optional>
 #include <string>
@@ -81,22 +81,8 @@ struct GridPoint {
 worksheet::GridSelection SelectionFromGrid(const std::optional<GridRange>& range, GridPoint anchor, long grid_rows,
                                            long grid_cols);
 
-// The text shown when the user clicks point `number` (1-based) of a chart:
-// "Number: 5 | Value: 10.25".
-std::string PointInfoText(long number, double value);
-// The CUSUM chart's form: "Number: 5 | C+: 1.5 | C-: 0".
-std::string CusumPointInfoText(long number, double upper_sum, double lower_sum);
-// Whether the chart `chart_name` ("ChartOne" upper, "ChartTwo" lower) of a
-// control chart window titled `window_title` shows point information. A
-// window of one chart shows it when the title names either chart.
-bool ShowsPointInfo(std::string_view window_title, std::string_view chart_name, bool only_chart = false);
-
 // Comma-separated text (RFC 4180): a cell holding a comma, a quote or a
 // line break is quoted; rows end with CR LF.
 std::string FormatCommaSeparated(const std::vector<std::vector<std::string>>& cells);
-
-// A number as the charts and grids show it: shortest text that reads back
-// to the same double, no trailing zeros.
-std::string ShortestNumber(double value);
 
 }  // namespace orvik::gui

@@ -291,6 +291,12 @@ TEST(PointInformationTest, ChartsAnswerByTheWindowTitle) {
   shell::ResultWindow other = c.Windows().at(0);
   other.title = "Run chart";
   EXPECT_EQ(PointInformation(other, "ChartOne", 1), std::nullopt);
+
+  // A series that carries no x values is numbered as it is drawn, 1 to N.
+  shell::ResultWindow bare = c.Windows().at(0);
+  bare.charts.at(0).series.at(0).x.clear();
+  EXPECT_EQ(PointInformation(bare, "ChartOne", 3), "Number: 3 | Value: 6");
+  EXPECT_EQ(PointInformation(bare, "ChartOne", 4), std::nullopt);
 }
 
 }  // namespace

@@ -9,6 +9,8 @@
 #include <QTextEdit>
 #include <QToolBar>
 
+#include "charts/control_form.h"
+#include "gui/chart_view.h"
 #include "gui/main_window.h"
 #include "gui/result_window_widget.h"
 #include "gui/worksheet_window.h"
@@ -33,6 +35,26 @@ class MainWindowTest : public QObject {
     return titles;
   }
   QString LogText() const { return QString::fromStdString(window_->Host().Log().Text()); }
+  // Opens one of the example sheets and selects a block of it.
+  gui::WorksheetWindow* OpenExample(const char* file, long row, long col, long row2, long col2) {
+    gui::WorksheetWindow* sheet =
+        window_->OpenDataFile(QStringLiteral(ORVIK_SOURCE_DIR "/examples/") + QString::fromLatin1(file));
+    if (sheet) sheet->SelectBlock(row, col, row2, col2);
+    return sheet;
+  }
+  // Answers every dialog with OK as it stands (the xbar-R chart's subgroup
+  // selection, for one).
+  void AcceptDialogs() {
+    window_->Host().SetDialogResponder([](shell::DialogModel&) { return true; });
+  }
+  static bool IsGivenLimits(const shell::DialogModel& dialog) {
+    return dialog.Name() == "ControlLimit" || dialog.Name() == "ControlTwoLimit";
+  }
+  static QStringList LineLabels(const gui::ChartView* chart) {
+    QStringList labels;
+    for (const shell::ChartLine& line : chart->Description().lines) labels << QString::fromStdString(line.label);
+    return labels;
+  }
   bool GroupEnabled(const char* name) const {
     return window_->findChild<QMenu*>(QString::fromLatin1(name))->menuAction()->isEnabled();
   }
@@ -267,6 +289,165 @@ class MainWindowTest : public QObject {
     QCOMPARE(subs[0]->height(), subs[1]->height());
     window_->ToolClick(QStringLiteral("mnuCascade"));
     QCOMPARE(window_->DocumentWindowCount(), 2);
+  }
+
+  void aChartFailureShowsOnlyItsOwnMessage() {
+    // Subgroups of eleven are beyond the xbar-R chart's constants: the chart
+    // reports its own failure, and the window adds nothing to it.
+    gui::WorksheetWindow* sheet = window_->NewWorksheet();
+    for (long r = 1; r <= 3; ++r)
+      for (long c = 1; c <= 11; ++c) sheet->Editor().SetCell(r, c, std::to_string(r * 11 + c));
+    sheet->SelectBlock(1, 1, 3, 11);
+    AcceptDialogs();
+    window_->ToolClick(QStringLiteral("mnuBarX-R"));
+    QCOMPARE(asked_.size(), std::size_t{1});
+    QCOMPARE(asked_[0].text, std::string("Fail xbar-R control chart generation"));
+    QVERIFY(LogText().endsWith(QStringLiteral(
+        "\r\nxbar-R control chart generation is starting\r\nCancel xbar-R control chart generation")));
+    QCOMPARE(window_->DocumentWindowCount(), 1);
+  }
+
+  void aFailureNobodyReportedGetsTheCommonMessage() {
+    QVERIFY(OpenExample("defects.csv", 1, 1, 25, 1));
+    window_->ToolClick(QStringLiteral("mnuC"));
+    QCOMPARE(window_->DocumentWindowCount(), 2);
+    // A dialog that breaks down is a failure no command has told the user of.
+    window_->Host().SetDialogResponder([](shell::DialogModel&) -> bool { throw std::runtime_error("broken"); });
+    window_->Tool(QStringLiteral("miGivenLimits"))->trigger();
+    QCOMPARE(asked_.size(), std::size_t{1});
+    QCOMPARE(asked_[0].text, std::string("Please, input valid data"));
+    QCOMPARE(window_->DocumentWindowCount(), 2);
+  }
+
+  void aClickOnAControlChartPointShowsItsNumberAndValue() {
+    QVERIFY(OpenExample("subgroups.csv", 1, 1, 25, 5));
+    AcceptDialogs();
+    window_->ToolClick(QStringLiteral("mnuBarX-R"));
+    gui::ResultWindowWidget* result = window_->ActiveResultWindow();
+    QVERIFY(result);
+    QCOMPARE(result->windowTitle(), QStringLiteral("xbar-R control chart"));
+    result->parentWidget()->showMaximized();
+    QVERIFY(QTest::qWaitForWindowExposed(window_.get()));
+    QTest::qWait(20);  // the layout settles the charts' sizes
+    auto* upper = result->findChild<gui::ChartView*>(QStringLiteral("ChartOne"));
+    auto* lower = result->findChild<gui::ChartView*>(QStringLiteral("ChartTwo"));
+    QVERIFY(upper && lower);
+    upper->replot(QCustomPlot::rpImmediateRefresh);
+    // Subgroup 1 is 25.002, 24.999, 24.997, 25.004, 25.000: mean 25.0004.
+    // The shift later in the data marks it, so the click lands on the marker
+    // drawn over the point.
+    const std::vector<long>& marked = result->Record().charts.at(0).series.at(0).marked;
+    QVERIFY(std::find(marked.begin(), marked.end(), 1L) != marked.end());
+    const QPoint at(int(upper->xAxis->coordToPixel(1)), int(upper->yAxis->coordToPixel(25.0004)));
+    QTest::mouseClick(upper, Qt::LeftButton, Qt::NoModifier, at);
+    QCOMPARE(upper->PointInfo(), QStringLiteral("Number: 1 | Value: 25.0004"));
+    QCOMPARE(upper->PointInfo().toStdString(), *charts::PointInformation(result->Record(), "ChartOne", 1));
+    // Its range is 25.004 - 24.997.
+    QCOMPARE(lower->ShowPointInfo(1), QStringLiteral("Number: 1 | Value: 0.007"));
+    QCOMPARE(lower->ShowPointInfo(26), QString());
+  }
+
+  void givenLimitsFromTheChartMenuRedrawTheActiveChart() {
+    QAction* given = window_->Tool(QStringLiteral("miGivenLimits"));
+    QVERIFY(given);
+    QCOMPARE(given->text(), QStringLiteral("Given Control Limits..."));
+    QVERIFY(window_->findChild<QMenu*>(QStringLiteral("mnuGraph"))->actions().contains(given));
+    QVERIFY(OpenExample("subgroups.csv", 1, 1, 25, 5));
+    QVERIFY(!given->isEnabled());  // a worksheet is active
+    AcceptDialogs();
+    window_->ToolClick(QStringLiteral("mnuBarX-R"));
+    QVERIFY(given->isEnabled());
+
+    std::vector<std::string> opened;
+    window_->Host().SetDialogResponder([&opened](shell::DialogModel& dialog) {
+      opened.push_back(dialog.Name());
+      if (!IsGivenLimits(dialog)) return true;
+      dialog.Click("ControlOpt");
+      const std::pair<const char*, const char*> texts[] = {{"UCL1txt", "25.01"}, {"CL1txt", "25"},
+                                                           {"LCL1txt", "24.99"}, {"UCL2txt", "0.02"},
+                                                           {"CL2txt", "0.01"},   {"LCL2txt", "0"}};
+      for (const auto& [box, text] : texts) dialog.Type(box, text);
+      return true;
+    });
+    given->trigger();
+    // The chart runs again as from its menu, subgroup selection included.
+    QCOMPARE(opened, (std::vector<std::string>{"ControlTwoLimit", "Selection"}));
+    QCOMPARE(window_->DocumentWindowCount(), 3);
+    gui::ResultWindowWidget* redrawn = window_->ActiveResultWindow();
+    QVERIFY(redrawn);
+    QCOMPARE(redrawn->windowTitle(), QStringLiteral("xbar-R control chart"));
+    QCOMPARE(redrawn->DataView()->item(0, 1)->text(), QStringLiteral("25.01"));
+    QCOMPARE(redrawn->DataView()->item(0, 8)->text(), QStringLiteral("0"));
+    QVERIFY(LineLabels(redrawn->Charts().at(0)).contains(QStringLiteral("UCL= 25.01")));
+    QVERIFY(LineLabels(redrawn->Charts().at(1)).contains(QStringLiteral("CL= 0.01")));
+
+    // A graph window and no window at all leave the entry off.
+    QVERIFY(OpenExample("individuals.csv", 1, 1, 40, 1));
+    QVERIFY(!given->isEnabled());
+    window_->ToolClick(QStringLiteral("mnuHistogram"));
+    QCOMPARE(window_->ActiveResultWindow()->Record().kind, shell::WindowKind::DataChart);
+    QVERIFY(!given->isEnabled());
+    QVERIFY(!window_->ActiveResultWindow()->GivenLimitsButton());
+    window_->Mdi()->closeAllSubWindows();
+    QTest::qWait(0);
+    QVERIFY(!given->isEnabled());
+  }
+
+  void givenLimitsFromTheWindowsButtonAndContextMenu() {
+    QVERIFY(OpenExample("defects.csv", 1, 1, 25, 1));
+    window_->ToolClick(QStringLiteral("mnuC"));
+    gui::ResultWindowWidget* chart = window_->ActiveResultWindow();
+    QVERIFY(chart && chart->GivenLimitsButton());
+    QCOMPARE(chart->GivenLimitsButton()->text(), QStringLiteral("Given limits..."));
+    const QString computed_ucl = chart->DataView()->item(0, 1)->text();
+
+    // Cancel changes nothing and opens no window.
+    std::vector<std::string> opened;
+    bool press_ok = false;
+    window_->Host().SetDialogResponder([&](shell::DialogModel& dialog) {
+      opened.push_back(dialog.Name());
+      if (!IsGivenLimits(dialog)) return true;
+      dialog.Click("ControlOpt");
+      dialog.Type("UCLtxt", "12");
+      dialog.Type("CLtxt", "5");
+      dialog.Type("LCLtxt", "-1");
+      return press_ok;
+    });
+    chart->GivenLimitsButton()->click();
+    QCOMPARE(opened, std::vector<std::string>{"ControlLimit"});
+    QCOMPARE(window_->DocumentWindowCount(), 2);
+    QVERIFY(!window_->Host().Settings().givenLimits.use);
+
+    // The chart's context menu offers the same; a negative LCL is accepted.
+    press_ok = true;
+    QList<QAction*> actions = chart->Charts().front()->actions();
+    QCOMPARE(actions.size(), 1);
+    QCOMPARE(chart->Charts().front()->contextMenuPolicy(), Qt::ActionsContextMenu);
+    actions.front()->trigger();
+    QCOMPARE(opened.size(), std::size_t{2});
+    QCOMPARE(window_->DocumentWindowCount(), 3);
+    gui::ResultWindowWidget* given = window_->ActiveResultWindow();
+    QCOMPARE(given->DataView()->item(0, 1)->text(), QStringLiteral("12"));
+    QCOMPARE(given->DataView()->item(0, 3)->text(), QStringLiteral("-1"));
+    QVERIFY(given->GivenLimitsButton());
+
+    // Back to limits from the data.
+    window_->Host().SetDialogResponder([](shell::DialogModel& dialog) {
+      if (IsGivenLimits(dialog)) dialog.Click("AnalysisOpt");
+      return true;
+    });
+    given->GivenLimitsButton()->click();
+    QCOMPARE(window_->DocumentWindowCount(), 4);
+    QCOMPARE(window_->ActiveResultWindow()->DataView()->item(0, 1)->text(), computed_ucl);
+    QVERIFY(asked_.empty());
+  }
+
+  void aControlChartWithoutItsKeyOffersNoGivenLimits() {
+    window_->NewWorksheet();
+    gui::ResultWindowWidget* result = window_->OpenResultWindow(shell::MakeControlForm("c control chart", false));
+    QVERIFY(!result->OffersGivenLimits());
+    QVERIFY(!result->GivenLimitsButton());
+    QVERIFY(!window_->Tool(QStringLiteral("miGivenLimits"))->isEnabled());
   }
 };
 

@@ -7,6 +7,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include "charts/control_form.h"
 #include "gui/chart_view.h"
 #include "gui/model_dialog.h"
 #include "gui/result_window_widget.h"
@@ -23,12 +24,12 @@ shell::ResultWindow TwoChartWindow() {
   shell::ChartSeries& one = window.Chart("ChartOne");
   one.title = "xbar";
   one.xTitle = "Sample";
-  one.series.push_back({"xbar", shell::SeriesType::Line, {}, {10, 11, 9.5, 12.75, 10}, {4}, {}, false});
+  one.series.push_back({"xbar", shell::SeriesType::Line, {1, 2, 3, 4, 5}, {10, 11, 9.5, 12.75, 10}, {4}, {}, false});
   one.lines.push_back({shell::LineOrientation::Horizontal, 12.5, "UCL= 12.5", {}, false});
   one.lines.push_back({shell::LineOrientation::Horizontal, 10.6, "CL= 10.6", {}, false});
   one.lines.push_back({shell::LineOrientation::Horizontal, 8.7, "LCL= 8.7", {}, true});
   shell::ChartSeries& two = window.Chart("ChartTwo");
-  two.series.push_back({"R", shell::SeriesType::Line, {}, {1, 2, 1.5, 3, 2}, {}, {}, false});
+  two.series.push_back({"R", shell::SeriesType::Line, {2, 3, 4, 5, 6}, {1, 2, 1.5, 3, 2}, {}, {}, false});
   window.table->columns = {"xbar", "xbar UCL"};
   window.table->AddRow({"10", "12.5"});
   window.table->AddRow({});
@@ -124,13 +125,32 @@ class ResultWindowTest : public QObject {
     QCOMPARE(one->graph(1)->dataCount(), 1);
     QCOMPARE(one->graph(1)->data()->at(0)->value, 12.75);
     QCOMPARE(one->graph(1)->scatterStyle().shape(), QCPScatterStyle::ssSquare);
-    QCOMPARE(one->graph(0)->data()->at(0)->key, 1.0);  // points numbered from 1
     QCOMPARE(CountItems(one, "QCPItemStraightLine"), 3);
     QVERIFY(Texts(one).contains(QStringLiteral("UCL= 12.5")));
     QVERIFY(Texts(one).contains(QStringLiteral("LCL= 8.7")));
     QCOMPARE(one->xAxis->label(), QStringLiteral("Sample"));
     // Limit lines lie inside the value range.
     QVERIFY(one->yAxis->range().contains(12.75) && one->yAxis->range().contains(8.7));
+    // Their labels stand right of the plot, in a margin wide enough for
+    // them, where no point can cover them.
+    for (int i = 0; i < one->itemCount(); ++i) {
+      auto* label = qobject_cast<QCPItemText*>(one->item(i));
+      if (!label || !label->text().contains(QLatin1Char('='))) continue;
+      QCOMPARE(label->position->coords().x(), 1.0);
+      QVERIFY(!label->clipToAxisRect());
+      QVERIFY(one->axisRect()->margins().right() >= QFontMetrics(label->font()).horizontalAdvance(label->text()));
+    }
+    // The stacked charts share their sample axis although the lower one
+    // starts a sample later.
+    QCOMPARE(one->xAxis->range(), two->xAxis->range());
+    QVERIFY(one->xAxis->range().contains(1) && one->xAxis->range().contains(6));
+    // And their plots line up, though "12.75" needs more room than "3".
+    window.resize(800, 600);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QTest::qWait(20);
+    QCOMPARE(one->axisRect()->left(), two->axisRect()->left());
+    QCOMPARE(one->axisRect()->right(), two->axisRect()->right());
 
     QTableWidget* grid = window.findChild<QTableWidget*>(QStringLiteral("DataView"));
     QCOMPARE(grid->rowCount(), 3);
@@ -140,37 +160,40 @@ class ResultWindowTest : public QObject {
     MaybeSavePicture(window, "control_form.png");
   }
 
-  void pointInformationOnAClickFollowsTheTitle() {
-    ResultWindowWidget window(TwoChartWindow());
-    auto* one = window.findChild<ChartView*>(QStringLiteral("ChartOne"));
-    QVERIFY(one->ShowsPointInfo());
-    QCOMPARE(one->ShowPointInfo(0, 3), QStringLiteral("Number: 4 | Value: 12.75"));
-    QCOMPARE(one->PointInfo(), QStringLiteral("Number: 4 | Value: 12.75"));
-    QCOMPARE(one->ShowPointInfo(0, 99), QString());
-    // A real click on the first point goes through the chart's own signal.
-    window.resize(800, 700);
+  void pointInformationComesFromTheWindowsRecord() {
+    // A one-chart window of the MR chart: its points are numbered from
+    // sample 2, and a click names the sample, not the position.
+    charts::ControlChart mr = charts::MakeControlChart("MR", {0.5, 1.25, 0.75}, {2.5, 0.8, 0.0, 1.9, 0.0}, 2.0);
+    charts::FinishChart(mr);
+    ResultWindowWidget window(charts::OneChartWindow("MR control chart", "mnuRs", mr));
+    ChartView* chart = window.Charts().front();
+    QVERIFY(chart->ShowsPointInfo());
+    QCOMPARE(chart->PointInfo(), QString());
+    QCOMPARE(chart->ShowPointInfo(2), QStringLiteral("Number: 3 | Value: 1.25"));
+    // Points beyond either end leave the text as it was.
+    QCOMPARE(chart->ShowPointInfo(0), QString());
+    QCOMPARE(chart->ShowPointInfo(4), QString());
+    QCOMPARE(chart->PointInfo(), QStringLiteral("Number: 3 | Value: 1.25"));
+
+    // A real click on a point goes through the chart's own signal.
+    window.resize(800, 500);
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
-    one->replot();
-    const QPoint at(int(one->xAxis->coordToPixel(2)), int(one->yAxis->coordToPixel(11)));
-    QTest::mouseClick(one, Qt::LeftButton, Qt::NoModifier, at);
-    QCOMPARE(one->PointInfo(), QStringLiteral("Number: 2 | Value: 11"));
+    chart->replot();
+    const QPoint at(int(chart->xAxis->coordToPixel(4)), int(chart->yAxis->coordToPixel(0.75)));
+    QTest::mouseClick(chart, Qt::LeftButton, Qt::NoModifier, at);
+    QCOMPARE(chart->PointInfo(), QStringLiteral("Number: 4 | Value: 0.75"));
 
+    // A title the point information does not name, and a graph window,
+    // show nothing.
+    shell::ResultWindow unnamed = charts::OneChartWindow("s control chart", "mnuS", mr);
+    ResultWindowWidget other(unnamed);
+    QVERIFY(!other.Charts().front()->ShowsPointInfo());
+    QCOMPARE(other.Charts().front()->ShowPointInfo(1), QString());
     shell::ResultWindow histogram = shell::MakeDataChart("Histogram");
     histogram.Chart("DataChartView").series.push_back({"f", shell::SeriesType::Bar, {}, {1, 2}, {}, {}, false});
     ResultWindowWidget graph(histogram);
-    auto* chart = graph.findChild<ChartView*>(QStringLiteral("DataChartView"));
-    QVERIFY(!chart->ShowsPointInfo());
-    QCOMPARE(chart->ShowPointInfo(0, 0), QString());
-  }
-
-  void cusumPointsShowBothSums() {
-    shell::ResultWindow window = shell::MakeControlForm("CUSUM control chart", false);
-    auto& chart = window.Chart("ChartOne");
-    chart.series.push_back({"C+", shell::SeriesType::Line, {}, {0, 1.5}, {}, {}, false});
-    chart.series.push_back({"C-", shell::SeriesType::Line, {}, {0.25, 0}, {}, {}, false});
-    ResultWindowWidget widget(window);
-    QCOMPARE(widget.Charts().front()->ShowPointInfo(1, 1), QStringLiteral("Number: 2 | C+: 1.5 | C-: 0"));
+    QVERIFY(!graph.Charts().front()->ShowsPointInfo());
   }
 
   void dataChartDrawsBarsBoxesCategoriesSecondAxisAndLabels() {
@@ -191,12 +214,16 @@ class ResultWindowTest : public QObject {
     auto* bars = qobject_cast<QCPBars*>(view->plottable(0));
     QVERIFY(bars);
     QCOMPARE(bars->dataCount(), 3);
-    QCOMPARE(bars->brush().color(), QColor(255, 0, 0).lighter(150));
+    QCOMPARE(bars->brush().color().rgb(), QColor(255, 0, 0).rgb());  // the core's colour, washed out
+    QVERIFY(bars->brush().color().alpha() < 255);
     auto ticker = view->xAxis->ticker().dynamicCast<QCPAxisTickerText>();
     QVERIFY(ticker);
     QCOMPARE(ticker->ticks().value(2.0), QStringLiteral("Dent"));
     QVERIFY(view->yAxis2->visible());
     QCOMPARE(view->yAxis2->label(), QStringLiteral("Cum %"));
+    // Both axes start at the bars' base line.
+    QCOMPARE(view->yAxis->range().lower, 0.0);
+    QCOMPARE(view->yAxis2->range().lower, 0.0);
     QCOMPARE(view->graph(0)->valueAxis(), view->yAxis2);
     QVERIFY(view->yAxis->range().contains(30) && !view->yAxis->range().contains(90));
     QVERIFY(Texts(view).contains(QStringLiteral("n = 55")));

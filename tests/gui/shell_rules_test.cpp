@@ -78,21 +78,6 @@ TEST(SelectionFromGrid, WholeColumnsRowsSheetAndNothing) {
   EXPECT_FALSE(s.IsBlockSelected);
 }
 
-TEST(PointInfo, TextsAndWhichChartsShowThem) {
-  EXPECT_EQ(PointInfoText(5, 10.25), "Number: 5 | Value: 10.25");
-  EXPECT_EQ(PointInfoText(1, 3.0), "Number: 1 | Value: 3");
-  EXPECT_EQ(CusumPointInfoText(2, 1.5, 0), "Number: 2 | C+: 1.5 | C-: 0");
-  EXPECT_TRUE(ShowsPointInfo("xbar-R control chart", "ChartOne"));
-  EXPECT_TRUE(ShowsPointInfo("xbar-R control chart", "ChartTwo"));
-  EXPECT_TRUE(ShowsPointInfo("xbar control chart", "ChartOne"));
-  EXPECT_FALSE(ShowsPointInfo("xbar control chart", "ChartTwo"));
-  EXPECT_FALSE(ShowsPointInfo("p control chart", "ChartOne"));
-  EXPECT_TRUE(ShowsPointInfo("p control chart", "ChartTwo"));
-  EXPECT_TRUE(ShowsPointInfo("p control chart", "ChartOne", true));  // the window's only chart
-  EXPECT_FALSE(ShowsPointInfo("Histogram", "DataChartView", true));
-  EXPECT_FALSE(ShowsPointInfo("s control chart", "ChartTwo"));  // the list names "S control chart"
-}
-
 TEST(KeyTables, EditsAndStylesByKey) {
   EXPECT_EQ(RowColumnEditForKey("mnuDelCol"), RowColumnEditKind::DeleteColumn);
   EXPECT_EQ(RowColumnEditForKey("mnuInsertRow"), RowColumnEditKind::InsertRow);
