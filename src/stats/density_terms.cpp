@@ -1,5 +1,6 @@
 #include "stats/density_terms.h"
 
+#include <array>
 #include <cmath>
 
 namespace orvik::stats::detail {
@@ -27,7 +28,16 @@ double StirlingError(double z) {
 
 double StirlingFactor(double z) {
   if (z >= 15.0) return std::exp(StirlingError(z));
-  return std::tgamma(z) * std::exp(z) / (kSqrtTwoPi * std::pow(z, z - 0.5));
+  const auto direct = [](double v) { return std::tgamma(v) * std::exp(v) / (kSqrtTwoPi * std::pow(v, v - 0.5)); };
+  // Whole and half-whole arguments (whole degrees of freedom) from a table.
+  static const std::array<double, 30> halves = [&direct] {
+    std::array<double, 30> t{};
+    for (int k = 0; k < 30; ++k) t[k] = direct(0.5 * (k + 1));
+    return t;
+  }();
+  const double twice = 2.0 * z;
+  if (twice == std::floor(twice)) return halves[static_cast<int>(twice) - 1];
+  return direct(z);
 }
 
 DD Bd0(DD k, DD m) {
@@ -43,7 +53,9 @@ DD Bd0(DD k, DD m) {
     for (int j = 9; j >= 0; --j) series = series * w + 1.0 / (2 * j + 3);
     return lead + 2.0 * k.hi * v * w * series;
   }
-  return k * (LogDD(k) - LogDD(m)) + (m - k);
+  const DD ratio = k / m;
+  const DD log_ratio = std::isnormal(ratio.hi) ? LogDD(ratio) : LogDD(k) - LogDD(m);
+  return k * log_ratio + (m - k);
 }
 
 double GammaPowerTerm(double a, DD x) {

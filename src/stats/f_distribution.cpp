@@ -71,7 +71,16 @@ FTails Tails(double f, double df1, double df2) {
     return {r.lower, r.upper, r.power};
   }
   const DD denominator = product + df2;
-  const detail::BetaTails r = detail::IncompleteBeta(a, b, product / denominator, DD{df2, 0.0} / denominator);
+  // The smaller of x and y by division, the other as its exact complement.
+  DD x, y;
+  if (product.hi < df2) {
+    x = product / denominator;
+    y = DD{1.0, 0.0} - x;
+  } else {
+    y = DD{df2, 0.0} / denominator;
+    x = DD{1.0, 0.0} - y;
+  }
+  const detail::BetaTails r = detail::IncompleteBeta(a, b, x, y);
   return {r.lower, r.upper, r.power};
 }
 

@@ -5,6 +5,9 @@
 // chi-square(df1) / df1 and df2 / chi-square(df2), and both infinite is the
 // point mass at 1). Every function returns NaN for a NaN argument, a degree
 // of freedom not positive, or a probability outside [0, 1]; it never throws.
+// Accurate to 1e-13 relative in both tails (tested from 0.5 to 1e7 degrees
+// of freedom); beyond 1e7 the results stay accurate, but near the centre the
+// time grows with sqrt(df), to about a millisecond at 1e10.
 
 namespace orvik::stats {
 

@@ -10,7 +10,8 @@
 // evaluated by the modified Lentz algorithm (W. J. Lentz, Applied Optics 15,
 // 1976; Thompson and Barnett, J. Comput. Phys. 64, 1986). It converges quickly for x < (a + 1) /
 // (a + b + 2); above that point the symmetry I_x(a, b) = 1 - I_y(b, a) is
-// used, and the tail not computed directly is 1 minus the one that is.
+// used. The other tail is 1 minus the one computed, unless that one exceeds
+// 0.8: then the other is summed from its own fraction as well.
 // The power term x^a y^b / B(a, b) follows Loader's saddle-point form with a
 // double-double exponent (density_terms.h), so the result keeps a relative
 // accuracy of about 1e-15 in both tails for every a and b. Near the mean of
@@ -35,6 +36,7 @@ constexpr double kTiny = 1e-300;
 // ends it: the rest of the product can no longer move the result.
 constexpr double kFractionTolerance = 2.5e-16;
 constexpr int kMaxTerms = 10'000'000;
+constexpr int kSecondTerms = 1000;
 
 double Guard(double v) { return std::fabs(v) < kTiny ? kTiny : v; }
 
@@ -49,13 +51,13 @@ double Guard(double v) { return std::fabs(v) < kTiny ? kTiny : v; }
 // and x near 1 (the t distribution with many degrees of freedom), costing a
 // relative error of a * 1e-16; written through lambda, which the caller forms
 // exactly, they are sums of positive terms wherever the fraction is used.
-double Fraction(double a, double b, double x, double lambda) {
+double Fraction(double a, double b, double x, double lambda, int max_terms = kMaxTerms) {
   const double ab = a + b;
   const double x2 = x * x;
   double h = Guard((lambda + 1.0) / (a + 1.0));
   double c = h;
   double d = 0.0;
-  for (int m = 1; m < kMaxTerms; ++m) {
+  for (int m = 1; m < max_terms; ++m) {
     const double am = a + 2.0 * m;
     const double denominator =
         ((lambda + 1.0) * ab * (a - 1.0) + 2.0 * m * (a + m) * (lambda + a + 2.0 * b)) / (ab * (am - 1.0) * (am + 1.0));
@@ -64,9 +66,9 @@ double Fraction(double a, double b, double x, double lambda) {
     c = Guard(denominator + numerator / c);
     const double delta = c * d;
     h *= delta;
-    if (std::fabs(delta - 1.0) <= kFractionTolerance) break;
+    if (std::fabs(delta - 1.0) <= kFractionTolerance) return 1.0 / h;
   }
-  return 1.0 / h;
+  return std::numeric_limits<double>::quiet_NaN();
 }
 
 }  // namespace
@@ -76,12 +78,17 @@ BetaTails IncompleteBeta(double a, double b, DD x, DD y) {
   if (y.hi <= 0.0) return {1.0, 0.0, 0.0};
   const double power = BetaPowerTerm(a, b, x, y);
   const double lambda = (TwoSum(a, b) * y - b).hi;
-  if (x.hi < (a + 1.0) / (a + b + 2.0)) {
-    const double lower = power / a * Fraction(a, b, x.hi, lambda);
-    return {lower, 1.0 - lower, power};
+  const bool lower_first = x.hi < (a + 1.0) / (a + b + 2.0);
+  const double first = lower_first ? power / a * Fraction(a, b, x.hi, lambda) : power / b * Fraction(b, a, y.hi, -lambda);
+  double second = 1.0 - first;
+  if (first > 0.8) {
+    // 1 - first would magnify its rounding up to fivefold or more; near the
+    // switching point the other fraction converges almost as fast.
+    const double direct = lower_first ? power / b * Fraction(b, a, y.hi, -lambda, kSecondTerms)
+                                      : power / a * Fraction(a, b, x.hi, lambda, kSecondTerms);
+    if (direct > 0.0 && direct < 0.25) second = direct;
   }
-  const double upper = power / b * Fraction(b, a, y.hi, -lambda);
-  return {1.0 - upper, upper, power};
+  return lower_first ? BetaTails{first, second, power} : BetaTails{second, first, power};
 }
 
 BetaTails IncompleteBetaTinyX(double a, double b, DD log_x) {

@@ -5,7 +5,8 @@
 // above it Legendre's continued fraction for Q(a, x), evaluated by the
 // modified Lentz algorithm (W. J. Lentz, Applied Optics 15, 1976;
 // Thompson and Barnett, J. Comput. Phys. 64, 1986). The other tail is 1 minus
-// the one computed, which is then at most about 0.95, so no digits are lost.
+// the one computed, which is then at most about 0.95, so at most a digit is
+// lost (for shapes below 1 only).
 // The factor x^a e^-x / Gamma(a + 1) comes from density_terms.h with its
 // exponent in double-double, which keeps both tails accurate to a few
 // units of 1e-16 down to results of 1e-300 for every a.

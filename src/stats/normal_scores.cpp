@@ -28,6 +28,10 @@ namespace orvik::stats {
 
 namespace {
 
+// Beyond this the spread of a middle order statistic nears the spacing of
+// doubles around its mean.
+constexpr double kLargestSample = 1e8;
+
 bool IsWhole(double v) { return std::isfinite(v) && v == std::floor(v); }
 
 // ln of g(x) without its constant factor.
@@ -95,9 +99,9 @@ double LowerHalfScore(double i, double n) {
 }  // namespace
 
 double NormalScore(double i, double n) {
-  if (!IsWhole(i) || !IsWhole(n) || n < 1.0 || i < 1.0 || i > n)
+  if (!IsWhole(i) || !IsWhole(n) || n < 1.0 || i < 1.0 || i > n || n > kLargestSample)
     throw std::out_of_range("rank " + FormatNumber(i) + " of sample size " + FormatNumber(n) +
-                            " is not a whole rank between 1 and the sample size");
+                            " is not a whole rank between 1 and the sample size (at most 1E+08)");
   if (2.0 * i == n + 1.0) return 0.0;
   if (2.0 * i > n + 1.0) return -LowerHalfScore(n + 1.0 - i, n);
   return LowerHalfScore(i, n);

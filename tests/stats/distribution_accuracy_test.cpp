@@ -21,193 +21,165 @@ using namespace testing;
 namespace bm = boost::math;
 
 constexpr int kPoints = 10'000;
-constexpr double kTarget = 1e-13;
-constexpr double kTargetLargeDf = 1e-11;
 
-// True while either function has fewer than kPoints compared points (those
-// whose reference is below 1e-300 do not count).
-bool Short(const WorstError& lower, const WorstError& upper) {
-  return lower.count() < kPoints || upper.count() < kPoints;
-}
+// An argument (or probability) x with up to two parameters.
+struct Point {
+  double x = 0.0;
+  double a = 0.0;
+  double b = 0.0;
+  bool large_df = false;  // a degree of freedom above 1e5
+};
 
 void ExpectWithinTargets(const WorstError& worst) {
   std::cout << worst.Report() << "\n";
   ::testing::Test::RecordProperty("worst_relative_error", worst.Report());
   EXPECT_GE(worst.count(), kPoints);
-  EXPECT_LE(worst.worst(), kTarget) << worst.Report();
-  EXPECT_LE(worst.worst_large_df(), kTargetLargeDf) << worst.Report();
+  EXPECT_LE(worst.worst(), 1e-13) << worst.Report();
+  EXPECT_LE(worst.worst_large_df(), 1e-11) << worst.Report();
 }
 
-TEST(DistributionAccuracy, NormalBothTails) {
-  Random random(1);
-  WorstError lower("GetDFNormal"), upper("GetDFNormalUpper");
-  for (int i = 0; Short(lower, upper) && i < 3 * kPoints; ++i) {
-    double z = 0.0;
-    switch (i % 3) {
-      case 0: z = random.Uniform(-10.0, 10.0); break;
-      case 1: z = random.Sign() * random.LogUniform(1e-20, 1.0); break;
-      default: z = random.Sign() * random.LogUniform(1.0, 38.5); break;
-    }
-    double mean = 0.0, sd = 1.0;
-    if (i % 10 == 0) {
-      mean = random.Uniform(-1e3, 1e3);
-      sd = random.LogUniform(1e-3, 1e3);
-    }
-    const double x = mean + z * sd;
-    const bm::normal_distribution<Long> d(mean, sd);
-    const bm::normal_distribution<Precise> dp(mean, sd);
-    const std::string where = Where("x=%.17g mean=%.17g sd=%.17g", x, mean, sd);
+// Draws points until both tails have kPoints comparisons (points whose
+// reference is below 1e-300 do not count). make(real, point) builds the
+// Boost distribution in the precision of `real`.
+template <typename Sample, typename Make, typename Lower, typename Upper>
+void CheckTails(const char* lower_name, const char* upper_name, std::uint64_t seed, Sample sample, Make make,
+                Lower lower, Upper upper) {
+  Random random(seed);
+  WorstError worst_lower(lower_name), worst_upper(upper_name);
+  for (int i = 0; (worst_lower.count() < kPoints || worst_upper.count() < kPoints) && i < 3 * kPoints; ++i) {
+    const Point p = sample(random, i);
+    const auto d = make(Long(), p);
+    const auto dp = make(Precise(), p);
+    const std::string where = Where("x=%.17g a=%.17g b=%.17g", p.x, p.a, p.b);
     CheckProbability(
-        lower, GetDFNormal(x, mean, sd), [&] { return cdf(d, Long(x)); }, [&] { return cdf(dp, Precise(x)); }, false,
+        worst_lower, lower(p), [&] { return cdf(d, Long(p.x)); }, [&] { return cdf(dp, Precise(p.x)); }, p.large_df,
         where);
     CheckProbability(
-        upper, GetDFNormalUpper(x, mean, sd), [&] { return cdf(complement(d, Long(x))); },
-        [&] { return cdf(complement(dp, Precise(x))); }, false, where);
+        worst_upper, upper(p), [&] { return cdf(complement(d, Long(p.x))); },
+        [&] { return cdf(complement(dp, Precise(p.x))); }, p.large_df, where);
   }
-  ExpectWithinTargets(lower);
-  ExpectWithinTargets(upper);
+  ExpectWithinTargets(worst_lower);
+  ExpectWithinTargets(worst_upper);
+}
+
+// The same for the quantiles: x of the point is the probability, and
+// quantiles beyond the doubles (or below 1e-300) do not count.
+template <typename Sample, typename Make, typename Lower, typename Upper>
+void CheckQuantiles(const char* lower_name, const char* upper_name, std::uint64_t seed, Sample sample, Make make,
+                    Lower lower, Upper upper) {
+  Random random(seed);
+  WorstError worst_lower(lower_name), worst_upper(upper_name);
+  for (int i = 0; (worst_lower.count() < kPoints || worst_upper.count() < kPoints) && i < 2 * kPoints; ++i) {
+    Point p = sample(random, i);
+    p.x = random.Probability();
+    const std::string where = Where("p=%.17g a=%.17g b=%.17g", p.x, p.a, p.b);
+    CheckQuantile(worst_lower, lower(p), p.x, false, make(Long(), p), make(Precise(), p), p.large_df, where);
+    CheckQuantile(worst_upper, upper(p), p.x, true, make(Long(), p), make(Precise(), p), p.large_df, where);
+  }
+  ExpectWithinTargets(worst_lower);
+  ExpectWithinTargets(worst_upper);
+}
+
+Point DegreesOfFreedom(Random& random) {
+  Point p;
+  p.a = random.DegreesOfFreedom();
+  p.large_df = p.a > 1e5;
+  return p;
+}
+
+Point TwoDegreesOfFreedom(Random& random) {
+  Point p;
+  p.a = random.DegreesOfFreedom();
+  p.b = random.DegreesOfFreedom();
+  p.large_df = p.a > 1e5 || p.b > 1e5;
+  return p;
+}
+
+const auto kNormal = [](auto real, const Point& p) { return bm::normal_distribution<decltype(real)>(p.a, p.b); };
+const auto kT = [](auto real, const Point& p) { return bm::students_t_distribution<decltype(real)>(p.a); };
+const auto kChiSquare = [](auto real, const Point& p) { return bm::chi_squared_distribution<decltype(real)>(p.a); };
+const auto kF = [](auto real, const Point& p) { return bm::fisher_f_distribution<decltype(real)>(p.a, p.b); };
+
+TEST(DistributionAccuracy, NormalBothTails) {
+  const auto sample = [](Random& random, int i) {
+    const double z = i % 3 == 0 ? random.Uniform(-10.0, 10.0)
+                     : i % 3 == 1 ? random.Sign() * random.LogUniform(1e-20, 1.0)
+                                  : random.Sign() * random.LogUniform(1.0, 38.5);
+    Point p{z, 0.0, 1.0};
+    if (i % 10 == 0) {
+      p.a = random.Uniform(-1e3, 1e3);
+      p.b = random.LogUniform(1e-3, 1e3);
+      p.x = p.a + z * p.b;
+    }
+    return p;
+  };
+  CheckTails(
+      "GetDFNormal", "GetDFNormalUpper", 1, sample, kNormal, [](const Point& p) { return GetDFNormal(p.x, p.a, p.b); },
+      [](const Point& p) { return GetDFNormalUpper(p.x, p.a, p.b); });
 }
 
 TEST(DistributionAccuracy, StudentTBothTails) {
-  Random random(2);
-  WorstError lower("GetDFT"), upper("GetDFTUpper");
-  for (int i = 0; Short(lower, upper) && i < 3 * kPoints; ++i) {
-    const double df = random.DegreesOfFreedom();
-    double t = 0.0;
-    switch (i % 4) {
-      case 0: t = random.Uniform(-6.0, 6.0); break;
-      case 1: t = random.Sign() * random.LogUniform(1e-10, 1e300); break;
-      case 2: t = random.Uniform(-40.0, 40.0); break;
-      default: t = random.Sign() * random.LogUniform(1e-3, 1e6); break;
-    }
-    const bm::students_t_distribution<Long> d(df);
-    const bm::students_t_distribution<Precise> dp(df);
-    const std::string where = Where("t=%.17g df=%.17g", t, df);
-    CheckProbability(
-        lower, GetDFT(t, df), [&] { return cdf(d, Long(t)); }, [&] { return cdf(dp, Precise(t)); }, df > 1e5, where);
-    CheckProbability(
-        upper, GetDFTUpper(t, df), [&] { return cdf(complement(d, Long(t))); },
-        [&] { return cdf(complement(dp, Precise(t))); }, df > 1e5, where);
-  }
-  ExpectWithinTargets(lower);
-  ExpectWithinTargets(upper);
+  const auto sample = [](Random& random, int i) {
+    Point p = DegreesOfFreedom(random);
+    p.x = i % 4 == 0 ? random.Uniform(-6.0, 6.0)
+          : i % 4 == 1 ? random.Sign() * random.LogUniform(1e-10, 1e300)
+          : i % 4 == 2 ? random.Uniform(-40.0, 40.0)
+                       : random.Sign() * random.LogUniform(1e-3, 1e6);
+    return p;
+  };
+  CheckTails(
+      "GetDFT", "GetDFTUpper", 2, sample, kT, [](const Point& p) { return GetDFT(p.x, p.a); },
+      [](const Point& p) { return GetDFTUpper(p.x, p.a); });
 }
 
 TEST(DistributionAccuracy, ChiSquareBothTails) {
-  Random random(3);
-  WorstError lower("GetDFChisq"), upper("GetDFChisqUpper");
-  for (int i = 0; Short(lower, upper) && i < 3 * kPoints; ++i) {
-    const double df = random.DegreesOfFreedom();
-    double x = 0.0;
-    switch (i % 3) {
-      case 0: x = std::fmax(1e-300, df + random.Uniform(-40.0, 40.0) * std::sqrt(2.0 * df)); break;
-      case 1: x = random.LogUniform(1e-300, 1e300); break;
-      default: x = df * random.LogUniform(0.01, 100.0); break;
-    }
-    const bm::chi_squared_distribution<Long> d(df);
-    const bm::chi_squared_distribution<Precise> dp(df);
-    const std::string where = Where("x=%.17g df=%.17g", x, df);
-    CheckProbability(
-        lower, GetDFChisq(x, df), [&] { return cdf(d, Long(x)); }, [&] { return cdf(dp, Precise(x)); }, df > 1e5,
-        where);
-    CheckProbability(
-        upper, GetDFChisqUpper(x, df), [&] { return cdf(complement(d, Long(x))); },
-        [&] { return cdf(complement(dp, Precise(x))); }, df > 1e5, where);
-  }
-  ExpectWithinTargets(lower);
-  ExpectWithinTargets(upper);
+  const auto sample = [](Random& random, int i) {
+    Point p = DegreesOfFreedom(random);
+    p.x = i % 3 == 0 ? std::fmax(1e-300, p.a + random.Uniform(-40.0, 40.0) * std::sqrt(2.0 * p.a))
+          : i % 3 == 1 ? random.LogUniform(1e-300, 1e300)
+                       : p.a * random.LogUniform(0.01, 100.0);
+    return p;
+  };
+  CheckTails(
+      "GetDFChisq", "GetDFChisqUpper", 3, sample, kChiSquare, [](const Point& p) { return GetDFChisq(p.x, p.a); },
+      [](const Point& p) { return GetDFChisqUpper(p.x, p.a); });
 }
 
 TEST(DistributionAccuracy, FBothTails) {
-  Random random(4);
-  WorstError lower("GetDFF"), upper("GetDFFUpper");
-  for (int i = 0; Short(lower, upper) && i < 3 * kPoints; ++i) {
-    const double df1 = random.DegreesOfFreedom();
-    const double df2 = random.DegreesOfFreedom();
-    double f = 0.0;
-    switch (i % 3) {
-      case 0: f = random.LogUniform(0.2, 5.0); break;
-      case 1: f = random.LogUniform(1e-300, 1e300); break;
-      default: f = random.LogUniform(1e-5, 1e5); break;
-    }
-    const bm::fisher_f_distribution<Long> d(df1, df2);
-    const bm::fisher_f_distribution<Precise> dp(df1, df2);
-    const std::string where = Where("f=%.17g df1=%.17g df2=%.17g", f, df1, df2);
-    const bool large = df1 > 1e5 || df2 > 1e5;
-    CheckProbability(
-        lower, GetDFF(f, df1, df2), [&] { return cdf(d, Long(f)); }, [&] { return cdf(dp, Precise(f)); }, large,
-        where);
-    CheckProbability(
-        upper, GetDFFUpper(f, df1, df2), [&] { return cdf(complement(d, Long(f))); },
-        [&] { return cdf(complement(dp, Precise(f))); }, large, where);
-  }
-  ExpectWithinTargets(lower);
-  ExpectWithinTargets(upper);
+  const auto sample = [](Random& random, int i) {
+    Point p = TwoDegreesOfFreedom(random);
+    p.x = i % 3 == 0   ? random.LogUniform(0.2, 5.0)
+          : i % 3 == 1 ? random.LogUniform(1e-300, 1e300)
+                       : random.LogUniform(1e-5, 1e5);
+    return p;
+  };
+  CheckTails(
+      "GetDFF", "GetDFFUpper", 4, sample, kF, [](const Point& p) { return GetDFF(p.x, p.a, p.b); },
+      [](const Point& p) { return GetDFFUpper(p.x, p.a, p.b); });
 }
 
 TEST(QuantileAccuracy, Normal) {
-  Random random(5);
-  WorstError lower("GetInvNormal"), upper("GetInvNormalUpper");
-  const bm::normal_distribution<Long> d;
-  const bm::normal_distribution<Precise> dp;
-  for (int i = 0; Short(lower, upper) && i < 3 * kPoints; ++i) {
-    const double p = random.Probability();
-    const std::string where = Where("p=%.17g", p);
-    CheckQuantile(lower, GetInvNormal(p), p, false, d, dp, false, where);
-    CheckQuantile(upper, GetInvNormalUpper(p), p, true, d, dp, false, where);
-  }
-  ExpectWithinTargets(lower);
-  ExpectWithinTargets(upper);
+  CheckQuantiles(
+      "GetInvNormal", "GetInvNormalUpper", 5, [](Random&, int) { return Point{0.0, 0.0, 1.0}; }, kNormal,
+      [](const Point& p) { return GetInvNormal(p.x); }, [](const Point& p) { return GetInvNormalUpper(p.x); });
 }
 
 TEST(QuantileAccuracy, StudentT) {
-  Random random(6);
-  WorstError lower("GetInvT"), upper("GetInvTUpper");
-  for (int i = 0; Short(lower, upper) && i < 3 * kPoints; ++i) {
-    const double p = random.Probability();
-    const double df = random.DegreesOfFreedom();
-    const bm::students_t_distribution<Long> d(df);
-    const bm::students_t_distribution<Precise> dp(df);
-    const std::string where = Where("p=%.17g df=%.17g", p, df);
-    CheckQuantile(lower, GetInvT(p, df), p, false, d, dp, df > 1e5, where);
-    CheckQuantile(upper, GetInvTUpper(p, df), p, true, d, dp, df > 1e5, where);
-  }
-  ExpectWithinTargets(lower);
-  ExpectWithinTargets(upper);
+  CheckQuantiles(
+      "GetInvT", "GetInvTUpper", 6, [](Random& random, int) { return DegreesOfFreedom(random); }, kT,
+      [](const Point& p) { return GetInvT(p.x, p.a); }, [](const Point& p) { return GetInvTUpper(p.x, p.a); });
 }
 
 TEST(QuantileAccuracy, ChiSquare) {
-  Random random(7);
-  WorstError lower("GetInvChisq"), upper("GetInvChisqUpper");
-  for (int i = 0; Short(lower, upper) && i < 3 * kPoints; ++i) {
-    const double p = random.Probability();
-    const double df = random.DegreesOfFreedom();
-    const bm::chi_squared_distribution<Long> d(df);
-    const bm::chi_squared_distribution<Precise> dp(df);
-    const std::string where = Where("p=%.17g df=%.17g", p, df);
-    CheckQuantile(lower, GetInvChisq(p, df), p, false, d, dp, df > 1e5, where);
-    CheckQuantile(upper, GetInvChisqUpper(p, df), p, true, d, dp, df > 1e5, where);
-  }
-  ExpectWithinTargets(lower);
-  ExpectWithinTargets(upper);
+  CheckQuantiles(
+      "GetInvChisq", "GetInvChisqUpper", 7, [](Random& random, int) { return DegreesOfFreedom(random); }, kChiSquare,
+      [](const Point& p) { return GetInvChisq(p.x, p.a); }, [](const Point& p) { return GetInvChisqUpper(p.x, p.a); });
 }
 
 TEST(QuantileAccuracy, F) {
-  Random random(8);
-  WorstError lower("GetInvF"), upper("GetInvFUpper");
-  for (int i = 0; Short(lower, upper) && i < 3 * kPoints; ++i) {
-    const double p = random.Probability();
-    const double df1 = random.DegreesOfFreedom();
-    const double df2 = random.DegreesOfFreedom();
-    const bm::fisher_f_distribution<Long> d(df1, df2);
-    const bm::fisher_f_distribution<Precise> dp(df1, df2);
-    const std::string where = Where("p=%.17g df1=%.17g df2=%.17g", p, df1, df2);
-    const bool large = df1 > 1e5 || df2 > 1e5;
-    CheckQuantile(lower, GetInvF(p, df1, df2), p, false, d, dp, large, where);
-    CheckQuantile(upper, GetInvFUpper(p, df1, df2), p, true, d, dp, large, where);
-  }
-  ExpectWithinTargets(lower);
-  ExpectWithinTargets(upper);
+  CheckQuantiles(
+      "GetInvF", "GetInvFUpper", 8, [](Random& random, int) { return TwoDegreesOfFreedom(random); }, kF,
+      [](const Point& p) { return GetInvF(p.x, p.a, p.b); }, [](const Point& p) { return GetInvFUpper(p.x, p.a, p.b); });
 }
 
 }  // namespace
