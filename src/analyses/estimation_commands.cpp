@@ -88,8 +88,7 @@ void PairedDiffMean(shell::Host& host) {
   // A value without its partner cannot be paired: refusing is safer than
   // silently dropping a measurement.
   if (pairs.unmatched || pairs.first.size() < 2) return RefuseImproper(host, kImproperPaired, kPairedLines);
-  std::vector<double> differences(pairs.first.size());
-  for (std::size_t i = 0; i < differences.size(); ++i) differences[i] = pairs.first[i] - pairs.second[i];
+  const std::vector<double> differences = Differences(pairs);
   ShowReport(host, kPairedLines,
              PairedDiffMeanTable(SummariseForInference(differences), SummariseForInference(pairs.first),
                                  SummariseForInference(pairs.second)));

@@ -45,4 +45,10 @@ PairedColumns PairedRows(const worksheet::Worksheet& sheet, const worksheet::Dat
   return pairs;
 }
 
+std::vector<double> Differences(const PairedColumns& pairs) {
+  std::vector<double> differences(pairs.first.size());
+  for (std::size_t i = 0; i < differences.size(); ++i) differences[i] = pairs.first[i] - pairs.second[i];
+  return differences;
+}
+
 }  // namespace orvik::analyses

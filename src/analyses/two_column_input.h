@@ -25,4 +25,7 @@ struct PairedColumns {
 };
 PairedColumns PairedRows(const worksheet::Worksheet& sheet, const worksheet::DataSelection& selection);
 
+// The row differences first - second of the pairs.
+std::vector<double> Differences(const PairedColumns& pairs);
+
 }  // namespace orvik::analyses
