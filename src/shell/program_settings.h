@@ -3,6 +3,7 @@
 #include <array>
 #include <string>
 
+#include "analyses/analysis_settings.h"
 #include "capability/cpk_settings.h"
 
 namespace orvik::shell {
@@ -33,6 +34,8 @@ struct ProgramSettings {
   // bound the dialog checks n against, set by the chart before it opens.
   double npSampleSize = 0.0;
   double npSampleSizeFloor = 0.0;
+  analyses::EstimationSettings estimation;  // the last confirmed estimation dialog
+  analyses::TestSettings test;              // the last confirmed test dialog
 };
 
 }  // namespace orvik::shell

@@ -1,6 +1,10 @@
 #include "shell/tool_dispatch.h"
 
 #include "analyses/descriptive_statistics.h"
+#include "analyses/estimation_commands.h"
+#include "analyses/estimation_dialogs.h"
+#include "analyses/hypothesis_commands.h"
+#include "analyses/hypothesis_dialogs.h"
 #include "capability/box_plot.h"
 #include "capability/cpk_form.h"
 #include "capability/histogram.h"
@@ -92,20 +96,20 @@ const std::vector<ToolCommand>& ToolCommands() {
       {"mnuCV", "mnuAnalysis", "Control Charts", "CV Chart", C},
       {"mnuChartProperty", "mnuGraph", "", "Chart &Properties...", W},
       {"mnuChartPrint", "mnuGraph", "", "Print C&hart...", W},
-      {"mnuMeanEst", "mnuAnalysis", "Interval Estimation", "1-Sample Mean", C},
-      {"mnuVarianceEst", "mnuAnalysis", "Interval Estimation", "1-Sample Variance", C},
-      {"mnuRatioEst", "mnuAnalysis", "Interval Estimation", "1-Sample Proportion", C},
-      {"mnuTwoMean", "mnuAnalysis", "Interval Estimation", "2-Sample Mean", C},
-      {"mnuPaired", "mnuAnalysis", "Interval Estimation", "Paired Samples", C},
-      {"mnuRatioVarEst", "mnuAnalysis", "Interval Estimation", "Ratio of Variances", C},
-      {"mnuRatioProEst", "mnuAnalysis", "Interval Estimation", "2-Sample Proportion", C},
-      {"mnuMeanHypoth", "mnuAnalysis", "Hypothesis Tests", "1-Sample Mean", C},
-      {"mnuVarianceHypoth", "mnuAnalysis", "Hypothesis Tests", "1-Sample Variance", C},
-      {"mnuRatioHypoth", "mnuAnalysis", "Hypothesis Tests", "1-Sample Proportion", C},
-      {"mnuRatioDiffHypoth", "mnuAnalysis", "Hypothesis Tests", "2-Sample Proportion", C},
-      {"mnuVarDiffHypoth", "mnuAnalysis", "Hypothesis Tests", "2-Sample Variance", C},
-      {"mnuIndependent", "mnuAnalysis", "Hypothesis Tests", "2-Sample t Test", C},
-      {"mnuHypoPaired", "mnuAnalysis", "Hypothesis Tests", "Paired t Test", C},
+      {"mnuMeanEst", "mnuAnalysis", "Interval Estimation", "1-Sample Mean", C, analyses::MeanEstimation},
+      {"mnuVarianceEst", "mnuAnalysis", "Interval Estimation", "1-Sample Variance", C, analyses::VarianceEstimation},
+      {"mnuRatioEst", "mnuAnalysis", "Interval Estimation", "1-Sample Proportion", C, analyses::ProportionEstimation},
+      {"mnuTwoMean", "mnuAnalysis", "Interval Estimation", "2-Sample Mean", C, analyses::DiffMeanSelection},
+      {"mnuPaired", "mnuAnalysis", "Interval Estimation", "Paired Samples", C, analyses::PairedDiffMean},
+      {"mnuRatioVarEst", "mnuAnalysis", "Interval Estimation", "Ratio of Variances", C, analyses::RatioVariance},
+      {"mnuRatioProEst", "mnuAnalysis", "Interval Estimation", "2-Sample Proportion", C, analyses::TwoProportionEstimation},
+      {"mnuMeanHypoth", "mnuAnalysis", "Hypothesis Tests", "1-Sample Mean", C, analyses::MeanHypothesis},
+      {"mnuVarianceHypoth", "mnuAnalysis", "Hypothesis Tests", "1-Sample Variance", C, analyses::VarianceHypothesis},
+      {"mnuRatioHypoth", "mnuAnalysis", "Hypothesis Tests", "1-Sample Proportion", C, analyses::ProportionHypothesis},
+      {"mnuRatioDiffHypoth", "mnuAnalysis", "Hypothesis Tests", "2-Sample Proportion", C, analyses::TwoProportionHypothesis},
+      {"mnuVarDiffHypoth", "mnuAnalysis", "Hypothesis Tests", "2-Sample Variance", C, analyses::TwoHypothVariance},
+      {"mnuIndependent", "mnuAnalysis", "Hypothesis Tests", "2-Sample t Test", C, analyses::TwoHypothMean},
+      {"mnuHypoPaired", "mnuAnalysis", "Hypothesis Tests", "Paired t Test", C, analyses::TwoHypothPairedMean},
       {"mnuNormalTest", "mnuAnalysis", "", "&Normality Test", C},
       {"mnuCorrelation", "mnuAnalysis", "", "C&orrelation", C},
       {"mnuSimpleReg", "mnuAnalysis", "", "Simple &Linear Regression", C},
@@ -137,6 +141,14 @@ const std::vector<DialogEntry>& DialogCatalog() {
       {"Selection", charts::MakeSubgroupSelection},
       {"PnSubForm", charts::MakePnSubForm},
       {"CpkForm", capability::MakeCpkForm},
+      {"Estimation", analyses::MakeEstimation},
+      {"TwoEstimation", analyses::MakeTwoEstimation},
+      {"Proportions", analyses::MakeProportions},
+      {"TwoProportions", analyses::MakeTwoProportions},
+      {"MeanHypoth", analyses::MakeMeanHypoth},
+      {"HypothProportion", analyses::MakeHypothProportion},
+      {"TwoHypothProportion", analyses::MakeTwoHypothProportion},
+      {"TwoHypoth", analyses::MakeTwoHypoth},
   };
   return catalog;
 }

@@ -133,3 +133,45 @@ TEST(OrvikCliChartsTest, SubgroupSizeElevenEndsAsFailed) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST(OrvikCliInferenceTest, OneSampleMeanTestWithTOfZero) {
+  const std::string sheet = WriteSheet("one_to_five.csv", "1\n2\n3\n4\n5\n");
+  const Answer answer =
+      RunCli("run mnuMeanHypoth --sheet " + sheet + " --select A1:A5 --set MeanHypoth.hypotxt=3 --format json");
+  EXPECT_EQ(answer.status, 0);
+  EXPECT_EQ(answer.out,
+            R"({"outcome":"completed","messages":[],"log":"Welcome to Orvik 2.0\r\nHypothesis test for 1-sample )"
+            R"(mean is starting\r\nHypothesis test for 1-sample mean is completed","windows":[{"kind":"DataChart",)"
+            R"("title":"Hypothesis test for 1-sample mean","table":{"columns":["",""],"rows":[["1. Hypothesis",""],)"
+            R"(["H0","mu = 3"],["H1","mu >< 3"],["2. Test statistics",""],["t = 0",""],["3. Test result",""],)"
+            R"(["p-value","1.000000"],["significance level","5%"],["Result","Fail to reject H0"],)"
+            R"(["Descriptive statistics",""],["N","5"],["Mean","3"],["Standard deviation","1.58113883"],)"
+            R"(["Variance","2.5"]]},"charts":[]}]})"
+            "\n");
+}
+
+TEST(OrvikCliInferenceTest, ProportionIntervalFromTypedCounts) {
+  // 0.02 + z * sqrt(0.02 * 0.98 / 100) with z = 1.645, 1.96, 2.575 and sqrt(...) = 0.014.
+  const Answer answer =
+      RunCli("run mnuRatioEst --set Proportions.defecttxt=2 --set Proportions.sampletxt=100 --format json");
+  EXPECT_NE(answer.out.find(R"x(["Estimate for the 1-sample proportion","0.02"],["Confidence level",)x"
+                            R"x("CI for the sample proportion"],["90.0%","(0.000000 , 0.04303)"],)x"
+                            R"x(["95.0%","(0.000000 , 0.04744)"],["99.0%","(0.000000 , 0.05605)"])x"),
+            std::string::npos)
+      << answer.out;
+}
+
+TEST(OrvikCliInferenceTest, CancelledTwoSampleTestWritesItsCancelLine) {
+  const std::string sheet = WriteSheet("two_columns.csv", "1,2\n2,4\n3,5\n");
+  const Answer answer =
+      RunCli("run mnuIndependent --sheet " + sheet + " --select A:B --cancel TwoHypoth --format json");
+  EXPECT_EQ(answer.out,
+            R"x({"outcome":"cancelled","messages":[],"log":"Welcome to Orvik 2.0\r\nHypothesis for 2-sample )x"
+            R"x(mean(2-sample t test) is starting\r\nCancel hypothesis for 2-sample mean(2-sample t test)",)x"
+            R"x("windows":[]})x"
+            "\n");
+}
+
+}  // namespace
