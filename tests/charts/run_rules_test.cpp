@@ -198,7 +198,13 @@ TEST(CheckRunRulesTest, AMillionPointsRunThroughAllRulesInWellUnderASecond) {
   const auto start = std::chrono::steady_clock::now();
   const auto codes = Codes(values);
   const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+  // The sanitizer build runs unoptimised and instrumented; a quadratic
+  // marking would still take hours there, so a loose bound keeps the check.
+#ifdef NDEBUG
   EXPECT_LT(seconds, 1.0);
+#else
+  EXPECT_LT(seconds, 30.0);
+#endif
   EXPECT_EQ(codes[199'999].substr(0, 4), "A B ");
 }
 
