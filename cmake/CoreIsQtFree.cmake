@@ -10,3 +10,11 @@ foreach(core_target orvik_core)
     endif()
   endforeach()
 endforeach()
+
+# Nor may the core reach the libraries of the file formats: they belong to
+# orvik_formats alone.
+foreach(lib IN LISTS core_links core_interface)
+  if(lib MATCHES "SQLite|sqlite|zip|xlsxwriter|freexl|EXPAT|expat|mdb|orvik_formats")
+    message(FATAL_ERROR "orvik_core links ${lib}; file formats belong to orvik_formats")
+  endif()
+endforeach()

@@ -10,6 +10,12 @@ packages=(
   qt6-base-dev libgl-dev        # the window application
   libqcustomplot-dev qt6-svg-dev  # its charts, saved as pictures
   xvfb xauth                    # running the window application without a display
+  libsqlite3-dev                # project files and the database import
+  libzip-dev libexpat1-dev      # reading Excel workbooks (.xlsx)
+  libxlsxwriter-dev             # writing them
+  libfreexl-dev                 # reading Excel 97-2003 workbooks (.xls)
+  mdbtools-dev                  # the database import from Access files
+  clang libclang-rt-14-dev      # fuzzing with libFuzzer (fuzz/run.sh)
 )
 
 missing=()

@@ -9,7 +9,7 @@
 #include "cli/cli_host.h"
 #include "cli/json_writer.h"
 #include "cli/report.h"
-#include "formats/delimited_text.h"
+#include "formats/workbook_file.h"
 #include "shell/analysis_input.h"
 #include "shell/tool_dispatch.h"
 #include "stats/calc_catalog.h"
@@ -94,7 +94,7 @@ worksheet::Worksheet LoadSheet(const CommandLine& line) {
   worksheet::Worksheet sheet("WorkSheet 1");
   if (!line.sheet_path.empty()) {
     try {
-      formats::ReadDelimitedFile(line.sheet_path, sheet);
+      formats::ReadFirstSheet(line.sheet_path, sheet);
     } catch (const std::exception& error) {
       throw UsageError(error.what());
     }
@@ -248,6 +248,8 @@ Usage:
 
 FILE: .csv comma-separated; .tsv and .txt tab-separated. Every field is one
 cell (RFC 4180 quotes removed); row 1 of the file is row 1 of the sheet.
+An .xlsx (or .xls) workbook gives its first sheet, an .orv project its
+first worksheet with its column header names.
 RANGE: B2:D20 (a block; the first corner is where the drag began), D20:B2
 (dragged right to left, bottom to top), B:D (whole columns), 3:7 (whole
 rows), all (the whole sheet), B2 (one cell). Without --select no block is

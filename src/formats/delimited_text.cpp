@@ -14,7 +14,8 @@ namespace {
 // span two blocks, so the state survives between them.
 class DelimitedReader {
  public:
-  DelimitedReader(char separator, worksheet::Worksheet& sheet) : separator_(separator), sheet_(sheet) {}
+  DelimitedReader(const DelimitedOptions& options, worksheet::Worksheet& sheet)
+      : separator_(options.separator), sheet_(sheet), row_(options.headerRow ? 0 : 1) {}
 
   void Feed(const char* data, std::size_t size) {
     for (std::size_t i = 0; i < size; ++i) {
@@ -63,7 +64,9 @@ class DelimitedReader {
 
  private:
   void EndField() {
-    if (!field_.empty()) sheet_.SetText(row_, column_, field_);
+    // Row 0 is the header row, when the text has one: its fields name the columns.
+    if (row_ == 0) sheet_.SetColumnHeader(column_, field_);
+    else if (!field_.empty()) sheet_.SetText(row_, column_, field_);
     field_.clear();
     field_was_quoted_ = false;
     ++column_;
@@ -78,7 +81,7 @@ class DelimitedReader {
   char separator_;
   worksheet::Worksheet& sheet_;
   std::string field_;
-  long row_ = 1;
+  long row_;
   long column_ = 1;
   bool in_quotes_ = false;
   bool quote_pending_ = false;
@@ -89,7 +92,12 @@ class DelimitedReader {
 }  // namespace
 
 void ReadDelimitedText(std::istream& in, char separator, worksheet::Worksheet& sheet) {
-  DelimitedReader reader(separator, sheet);
+  ReadDelimitedText(in, DelimitedOptions{separator, false}, sheet);
+}
+
+void ReadDelimitedText(std::istream& in, const DelimitedOptions& options, worksheet::Worksheet& sheet) {
+  if (!IsUsableSeparator(options.separator)) throw std::invalid_argument("a quote or line break cannot separate fields");
+  DelimitedReader reader(options, sheet);
   std::vector<char> block(1 << 20);
   bool first = true;
   while (in) {
@@ -118,10 +126,73 @@ char SeparatorForPath(const std::string& path) {
 }
 
 void ReadDelimitedFile(const std::string& path, worksheet::Worksheet& sheet) {
+  ReadDelimitedFile(path, DelimitedOptions{SeparatorForPath(path), false}, sheet);
+}
+
+void ReadDelimitedFile(const std::string& path, const DelimitedOptions& options, worksheet::Worksheet& sheet) {
   std::ifstream in(path, std::ios::binary);
   if (!in) throw std::runtime_error("cannot read " + path);
-  ReadDelimitedText(in, SeparatorForPath(path), sheet);
+  ReadDelimitedText(in, options, sheet);
   if (in.bad()) throw std::runtime_error("error while reading " + path);
+}
+
+bool IsUsableSeparator(char separator) { return separator != '"' && separator != '\r' && separator != '\n' && separator != 0; }
+
+namespace {
+
+void WriteField(std::string& out, std::string_view text, char separator) {
+  // A text starting with a byte-order mark is quoted too, or a reader would
+  // drop the mark at the start of the file.
+  const bool quoted = text.find_first_of(std::string{separator, '"', '\r', '\n'}) != std::string_view::npos ||
+                      text.starts_with("\xEF\xBB\xBF");
+  if (!quoted) {
+    out.append(text);
+    return;
+  }
+  out.push_back('"');
+  for (char c : text) {
+    if (c == '"') out.push_back('"');
+    out.push_back(c);
+  }
+  out.push_back('"');
+}
+
+}  // namespace
+
+void WriteDelimitedText(std::ostream& out, const worksheet::Worksheet& sheet, const DelimitedOptions& options) {
+  if (!IsUsableSeparator(options.separator)) throw std::invalid_argument("a quote or line break cannot separate fields");
+  long cols = sheet.DataColCnt();
+  bool any_header = false;
+  if (options.headerRow) {
+    for (long col = 1; col <= sheet.MaxCols(); ++col)
+      if (!sheet.ColumnHeaderName(col).empty()) {
+        any_header = true;
+        cols = std::max(cols, col);
+      }
+  }
+  std::string buffer;
+  const auto flush = [&] {
+    out.write(buffer.data(), static_cast<std::streamsize>(buffer.size()));
+    buffer.clear();
+  };
+  // Every row has the same number of fields, as RFC 4180 asks; rows end
+  // with CR LF. A one-column row whose cell is empty is an empty line.
+  if (any_header) {
+    for (long col = 1; col <= cols; ++col) {
+      if (col > 1) buffer.push_back(options.separator);
+      WriteField(buffer, sheet.ColumnHeaderName(col), options.separator);
+    }
+    buffer.append("\r\n");
+  }
+  for (long row = 1; row <= sheet.DataRowCnt(); ++row) {
+    for (long col = 1; col <= cols; ++col) {
+      if (col > 1) buffer.push_back(options.separator);
+      WriteField(buffer, sheet.Text(row, col), options.separator);
+    }
+    buffer.append("\r\n");
+    if (buffer.size() > (1 << 20)) flush();
+  }
+  flush();
 }
 
 }  // namespace orvik::formats

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <istream>
+#include <ostream>
 #include <string>
 
 #include "worksheet/worksheet.h"
@@ -15,6 +16,30 @@ namespace orvik::formats {
 // final line break ends the last row without making an empty one. A UTF-8
 // byte-order mark at the start is dropped. Empty fields are empty cells.
 void ReadDelimitedText(std::istream& in, char separator, worksheet::Worksheet& sheet);
+
+// How a delimited text is read or written: the field separator (comma, tab,
+// semicolon or any other character but a quote or a line break) and whether
+// the first row holds the column header names rather than data.
+struct DelimitedOptions {
+  char separator = ',';
+  bool headerRow = false;
+};
+
+// Reads as above; with a header row, the first row's fields become the
+// column header names and the second row is row 1 of the sheet.
+// Throws std::invalid_argument for a separator that cannot separate fields.
+void ReadDelimitedText(std::istream& in, const DelimitedOptions& options, worksheet::Worksheet& sheet);
+void ReadDelimitedFile(const std::string& path, const DelimitedOptions& options, worksheet::Worksheet& sheet);
+
+// Writes the sheet's data extent as RFC 4180 text: every row holds as many
+// fields as the data has columns, rows end with CR LF, and a field holding
+// the separator, a quote or a line break is quoted ("" for a quote inside).
+// With headerRow, a first row of header names is written when any column
+// has one. Reading the text back with the same options gives the same cells.
+void WriteDelimitedText(std::ostream& out, const worksheet::Worksheet& sheet, const DelimitedOptions& options);
+
+// False for the characters that cannot separate fields: quote, CR, LF, NUL.
+bool IsUsableSeparator(char separator);
 
 // Reads the file at `path` into `sheet`, the separator chosen by the file's
 // extension: ".csv" comma, ".tsv" and ".txt" tab (any other: comma).

@@ -13,12 +13,14 @@ QMessageBox* MakeMessageBox(const shell::MessageBox& box, QWidget* parent) {
     case shell::MessageIcon::Question: icon = QMessageBox::Question; break;
     case shell::MessageIcon::Information: icon = QMessageBox::Information; break;
   }
-  const auto buttons = box.buttons == shell::MessageButtons::OkCancel ? QMessageBox::Ok | QMessageBox::Cancel
-                                                                      : QMessageBox::StandardButtons(QMessageBox::Ok);
+  QMessageBox::StandardButtons buttons = QMessageBox::Ok;
+  if (box.buttons == shell::MessageButtons::OkCancel) buttons = QMessageBox::Ok | QMessageBox::Cancel;
+  if (box.buttons == shell::MessageButtons::SaveDiscardCancel)
+    buttons = QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel;
   auto* message = new QMessageBox(icon, QString::fromStdString(box.title), QString::fromStdString(box.text), buttons,
                                   parent);
   message->setTextFormat(Qt::PlainText);
-  message->setDefaultButton(QMessageBox::Ok);
+  message->setDefaultButton(box.buttons == shell::MessageButtons::SaveDiscardCancel ? QMessageBox::Save : QMessageBox::Ok);
   return message;
 }
 
@@ -26,7 +28,12 @@ shell::MessageAnswer GuiHost::ShowMessage(const shell::MessageBox& box) {
   shown_.push_back(box);
   if (responder_) return responder_(box);
   std::unique_ptr<QMessageBox> message(MakeMessageBox(box, &window_));
-  return message->exec() == QMessageBox::Ok ? shell::MessageAnswer::Ok : shell::MessageAnswer::Cancel;
+  switch (message->exec()) {
+    case QMessageBox::Ok:
+    case QMessageBox::Save: return shell::MessageAnswer::Ok;
+    case QMessageBox::Discard: return shell::MessageAnswer::Discard;
+    default: return shell::MessageAnswer::Cancel;
+  }
 }
 
 shell::DialogOutcome GuiHost::RunDialog(shell::DialogModel& dialog) {

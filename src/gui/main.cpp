@@ -2,7 +2,9 @@
 //
 //   orvik [FILE...] [--run KEY] [--select RANGE] [--screenshot PNG]
 //
-// Each FILE (comma- or tab-separated) opens as a worksheet. --select selects
+// Each FILE opens: a project (.orv) as the session, comma- or
+// tab-separated text or a workbook's first sheet as a worksheet. Without a
+// screenshot run, work autosaved by a run that did not end is offered back. --select selects
 // a block of the last opened worksheet in the notation of orvik-cli
 // ("B2:D20", "B:D", "3:7", "all"), --run dispatches a tool key as a click
 // would, and --screenshot saves a picture of the main window once the
@@ -13,7 +15,9 @@
 #include <QTimer>
 
 #include "cli/cell_range.h"
+#include "formats/workbook_file.h"
 #include "gui/main_window.h"
+#include "gui/project_actions.h"
 #include "gui/worksheet_window.h"
 
 int main(int argc, char** argv) {
@@ -46,8 +50,18 @@ int main(int argc, char** argv) {
   }
   window.show();
   orvik::gui::WorksheetWindow* last = nullptr;
-  for (const QString& file : files)
-    if (auto* sheet = window.OpenDataFile(file)) last = sheet;
+  if (screenshot.isEmpty()) window.Projects().OfferRecovery();
+  for (const QString& file : files) {
+    switch (orvik::formats::DataFileKindOf(file.toStdString())) {
+      case orvik::formats::DataFileKind::Project: window.Projects().OpenProject(file); break;
+      case orvik::formats::DataFileKind::Delimited:
+        if (auto* sheet = window.OpenDataFile(file)) last = sheet;
+        break;
+      default:
+        if (auto* sheet = window.Projects().Import(file, {})) last = sheet;
+        break;
+    }
+  }
   if (last && !select.isEmpty()) {
     if (const auto range = orvik::cli::ParseCellRange(select.toStdString())) {
       const auto& s = *range;

@@ -22,6 +22,7 @@
 #include "charts/given_limits_dialog.h"
 #include "formats/delimited_text.h"
 #include "gui/chart_view.h"
+#include "gui/project_actions.h"
 #include "gui/result_window_widget.h"
 #include "gui/sheet_printer.h"
 #include "gui/tool_dialogs.h"
@@ -38,10 +39,9 @@ const std::pair<const char*, const char*> kMenus[] = {
     {"mnuFile", "&File"},   {"mnuEdit", "&Edit"},         {"mnuView", "&View"},     {"mnuTool", "&Tool"},
     {"mnuGraph", "&Graph"}, {"mnuAnalysis", "&Analysis"}, {"mnuWindow", "&Window"}, {"mnuHelp", "&Help"}};
 
-// Window commands whose work is not part of the program yet (project
-// files, the database connection, the help file, cell types); their tools
-// stay disabled.
-const char* const kUnbuiltWindowKeys[] = {"mnuSave", "mnuSaveAs", "mnuDB", "mnuContents", "mnuCellType"};
+// Window commands whose work is not part of the program yet (the help
+// file, cell types); their tools stay disabled.
+const char* const kUnbuiltWindowKeys[] = {"mnuContents", "mnuCellType"};
 
 // The tools of the standard toolbar, with the short text their icons show.
 const std::pair<const char*, const char*> kStandardBar[] = {
@@ -103,6 +103,8 @@ MainWindow::MainWindow() : host_(*this) {
   CreateSessionPane();
   CreateBars();
   CreateWindowCommands();
+  project_ = std::make_unique<ProjectActions>(*this);
+  project_->RegisterCommands();
   SetDocumentMenusEnabled(false);
   connect(mdi_, &QMdiArea::subWindowActivated, this, [this](QMdiSubWindow* sub) {
     UpdateGivenLimitsTool();
@@ -389,6 +391,7 @@ QMdiSubWindow* MainWindow::AddChild(QWidget* widget) {
     sub->setGeometry(frame);
   }
   mdi_->setActiveSubWindow(sub);
+  project_->Watch(sub);
   return sub;
 }
 
@@ -425,6 +428,11 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
+  // Unsaved work first gets its save question; its Cancel keeps the program.
+  if (!exiting_ && !project_->MayDropSession()) {
+    event->ignore();
+    return;
+  }
   if (!exiting_ && ExitNeedsQuestion(DocumentWindowCount())) {
     if (host_.ShowMessage(ExitQuestion()) != shell::MessageAnswer::Ok) {
       event->ignore();

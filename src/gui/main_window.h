@@ -20,6 +20,7 @@ namespace orvik::gui {
 class WorksheetWindow;
 class ResultWindowWidget;
 class FindWorkSheet;
+class ProjectActions;
 
 // The main window `OrvikMainMDI`: the frame of every worksheet and result
 // window, the session pane `SessionDoc`, the menus and toolbars whose every
@@ -63,6 +64,8 @@ class MainWindow : public QMainWindow {
   // Whether the document menus, bars and file entries are on.
   bool DocumentMenusEnabled() const { return document_menus_enabled_; }
   FindWorkSheet* FindWindow() const { return find_; }
+  // Project files, import, export, the save question and the autosave.
+  ProjectActions& Projects() { return *project_; }
 
   // Replaces the colour dialog of the colour tools (tests, scripts).
   void SetColorChooser(std::function<QColor(bool background)> chooser) { color_chooser_ = std::move(chooser); }
@@ -76,6 +79,7 @@ class MainWindow : public QMainWindow {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  friend class ProjectActions;
   void ApplyLook();
   void CreateSessionPane();
   void CreateBars();
@@ -119,6 +123,7 @@ class MainWindow : public QMainWindow {
   bool exiting_ = false;
   std::function<QColor(bool)> color_chooser_;
   std::function<QString(bool, const QString&)> file_chooser_;
+  std::unique_ptr<ProjectActions> project_;
 };
 
 }  // namespace orvik::gui

@@ -5,6 +5,7 @@
 // grid selection maps to the SelBlock fields. The widget classes only bind
 // them.
 
+#include <algorithm>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -33,6 +34,8 @@ class WorksheetCounter {
   // Raises the counter and returns the new sheet's caption, "WorkSheet N".
   std::string NextName();
   int Value() const { return value_; }
+  // Sets the counter as a saved project left it; it is never lowered.
+  void Restore(int value) { value_ = std::max(value_, value); }
 
  private:
   int value_ = 0;

@@ -12,7 +12,12 @@ const char* IconName(MessageIcon icon) {
 }
 
 const char* ButtonsName(MessageButtons buttons) {
-  return buttons == MessageButtons::OkCancel ? "okcancel" : "ok";
+  switch (buttons) {
+    case MessageButtons::Ok: return "ok";
+    case MessageButtons::OkCancel: return "okcancel";
+    case MessageButtons::SaveDiscardCancel: return "savediscardcancel";
+  }
+  return "ok";
 }
 
 }  // namespace orvik::shell

@@ -5,8 +5,10 @@
 namespace orvik::shell {
 
 enum class MessageIcon { Exclamation, Question, Information };
-enum class MessageButtons { Ok, OkCancel };
-enum class MessageAnswer { Ok, Cancel };
+// SaveDiscardCancel is the question before unsaved work would be dropped;
+// its Save button answers Ok.
+enum class MessageButtons { Ok, OkCancel, SaveDiscardCancel };
+enum class MessageAnswer { Ok, Cancel, Discard };
 
 // One modal message box as the user sees it.
 struct MessageBox {
@@ -34,6 +36,6 @@ inline MessageBox QuestionBox(std::string text) {
 }
 
 const char* IconName(MessageIcon icon);        // "exclamation", "question", "information"
-const char* ButtonsName(MessageButtons buttons);  // "ok", "okcancel"
+const char* ButtonsName(MessageButtons buttons);  // "ok", "okcancel", "savediscardcancel"
 
 }  // namespace orvik::shell

@@ -83,5 +83,78 @@ TEST(DelimitedTextTest, ChoosesTheSeparatorByExtension) {
   EXPECT_THROW(ReadDelimitedFile("/nonexistent/file.csv", sheet), std::runtime_error);
 }
 
+// A sheet with every kind of awkward text: separators of each kind, quotes,
+// line breaks of each kind, UTF-8, a leading byte-order mark, blanks kept,
+// empty cells inside rows and at the ends of rows, and a ragged right edge.
+worksheet::Worksheet AwkwardSheet() {
+  worksheet::Worksheet sheet("Awkward");
+  const std::vector<std::vector<std::string>> cells = {
+      {"a,b", "tab\there", "semi;colon", "space here"},
+      {"\"quoted\"", "", "line\nbreak", "cr\r\nlf"},
+      {"", "", "", ""},
+      {"Größe µm ✓ 측정", "\xEF\xBB\xBFmark", " lead", "trail "},
+      {"1.7976931348623157e308", "-0", "", "\"\""},
+      {"lone\rcr", "", "", ""},
+  };
+  for (std::size_t r = 0; r < cells.size(); ++r)
+    for (std::size_t c = 0; c < cells[r].size(); ++c)
+      sheet.SetText(static_cast<long>(r) + 1, static_cast<long>(c) + 1, cells[r][c]);
+  sheet.SetText(7, 6, "far");
+  return sheet;
+}
+
+TEST(DelimitedTextTest, WrittenTextReadsBackToTheSameCellsWithEverySeparator) {
+  const worksheet::Worksheet sheet = AwkwardSheet();
+  for (const char separator : {',', '\t', ';', ' ', '|'}) {
+    for (const bool bom : {false, true}) {
+      std::ostringstream out;
+      if (bom) out << "\xEF\xBB\xBF";
+      WriteDelimitedText(out, sheet, {separator, false});
+      worksheet::Worksheet back;
+      std::istringstream in(out.str());
+      ReadDelimitedText(in, {separator, false}, back);
+      ASSERT_EQ(back.DataRowCnt(), sheet.DataRowCnt()) << separator;
+      ASSERT_EQ(back.DataColCnt(), sheet.DataColCnt()) << separator;
+      for (long row = 1; row <= sheet.DataRowCnt(); ++row)
+        for (long col = 1; col <= sheet.DataColCnt(); ++col)
+          EXPECT_EQ(back.Text(row, col), sheet.Text(row, col)) << "separator " << int(separator) << " " << row << "," << col;
+    }
+  }
+  std::ostringstream out;
+  WriteDelimitedText(out, sheet, {',', false});
+  // Every row carries all six fields and ends with CR LF.
+  EXPECT_TRUE(out.str().starts_with("\"a,b\",tab\there,semi;colon,space here,,\r\n")) << out.str();
+  EXPECT_THROW(WriteDelimitedText(out, sheet, {'"', false}), std::invalid_argument);
+}
+
+TEST(DelimitedTextTest, AHeaderRowNamesTheColumns) {
+  const auto sheet = [] {
+    worksheet::Worksheet read;
+    std::istringstream in("\xEF\xBB\xBF" "Diameter;\"Length; mm\";;Note\r\n1,5;2;;x\r\n");
+    ReadDelimitedText(in, {';', true}, read);
+    return read;
+  }();
+  EXPECT_EQ(sheet.ColumnHeaderName(1), "Diameter");
+  EXPECT_EQ(sheet.ColumnHeaderName(2), "Length; mm");
+  EXPECT_EQ(sheet.ColumnHeader(3), "C");  // an empty name leaves the letters
+  EXPECT_EQ(sheet.ColumnHeaderName(4), "Note");
+  EXPECT_EQ(sheet.DataRowCnt(), 1);
+  EXPECT_EQ(Row(sheet, 1), (Cells{"1,5", "2", "", "x"}));
+
+  // Written with its header row and read back with one: names and cells.
+  std::ostringstream out;
+  WriteDelimitedText(out, sheet, {'\t', true});
+  EXPECT_EQ(out.str(), "Diameter\tLength; mm\t\tNote\r\n1,5\t2\t\tx\r\n");
+  worksheet::Worksheet back;
+  std::istringstream in(out.str());
+  ReadDelimitedText(in, {'\t', true}, back);
+  for (long col = 1; col <= 4; ++col) EXPECT_EQ(back.ColumnHeaderName(col), sheet.ColumnHeaderName(col));
+  EXPECT_EQ(Row(back, 1), Row(sheet, 1));
+  // Without the option the header row is not written.
+  std::ostringstream plain;
+  WriteDelimitedText(plain, sheet, {',', false});
+  EXPECT_EQ(plain.str(), "\"1,5\",2,,x\r\n");
+}
+
 }  // namespace
 }  // namespace orvik::formats

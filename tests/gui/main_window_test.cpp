@@ -186,7 +186,8 @@ class MainWindowTest : public QObject {
     window_->NewWorksheet();
     QVERIFY(GroupEnabled("mnuView"));
     QVERIFY(window_->Tool(QStringLiteral("mnuPrint"))->isEnabled());
-    QVERIFY(!window_->Tool(QStringLiteral("mnuSave"))->isEnabled());
+    QVERIFY(window_->Tool(QStringLiteral("mnuSave"))->isEnabled());
+    QVERIFY(!window_->Tool(QStringLiteral("mnuCellType"))->isEnabled());
   }
 
   void closingAWorksheetBesideAResultWindowKeepsTheMenus() {
