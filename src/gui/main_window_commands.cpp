@@ -19,6 +19,7 @@
 #include "gui/sheet_printer.h"
 #include "gui/tool_dialogs.h"
 #include "gui/worksheet_window.h"
+#include "worksheet/delimited_cells.h"
 
 namespace orvik::gui {
 
@@ -144,7 +145,7 @@ void MainWindow::ExportWorksheet() {
   const worksheet::Worksheet& sheet = window->Sheet();
   const auto cells = worksheet::ReadBlock(sheet, {1, 1, sheet.DataRowCnt(), sheet.DataColCnt()});
   const bool comma = QFileInfo(path).suffix().toLower() == QLatin1String("csv");
-  out << (comma ? FormatCommaSeparated(cells) : worksheet::FormatTabSeparated(cells));
+  out << worksheet::FormatDelimited(cells, comma ? ',' : '\t');
   if (!out)
     host_.ShowMessage({"Information", "The worksheet could not be saved to " + path.toStdString(),
                        shell::MessageIcon::Exclamation, shell::MessageButtons::Ok});

@@ -10,6 +10,7 @@
 
 #include "charts/control_form.h"
 #include "gui/chart_view.h"
+#include "worksheet/delimited_cells.h"
 #include "worksheet/sheet_edits.h"
 
 namespace orvik::gui {
@@ -161,7 +162,7 @@ QString ResultWindowWidget::GridText() const {
     if (HasHeading(*record_.table)) cells.push_back(record_.table->columns);
     for (const auto& row : record_.table->rows) cells.push_back(row);
   }
-  return QString::fromStdString(worksheet::FormatTabSeparated(cells));
+  return QString::fromStdString(worksheet::FormatDelimited(cells, '\t'));
 }
 
 }  // namespace orvik::gui

@@ -73,26 +73,4 @@ worksheet::GridSelection SelectionFromGrid(const std::optional<GridRange>& range
   return selection;
 }
 
-std::string FormatCommaSeparated(const std::vector<std::vector<std::string>>& cells) {
-  std::string out;
-  for (const auto& row : cells) {
-    for (std::size_t c = 0; c < row.size(); ++c) {
-      if (c > 0) out += ',';
-      const std::string& cell = row[c];
-      if (cell.find_first_of(",\"\r\n") == std::string::npos) {
-        out += cell;
-        continue;
-      }
-      out += '"';
-      for (char ch : cell) {
-        if (ch == '"') out += '"';
-        out += ch;
-      }
-      out += '"';
-    }
-    out += "\r\n";
-  }
-  return out;
-}
-
 }  // namespace orvik::gui

@@ -84,8 +84,5 @@ struct GridPoint {
 worksheet::GridSelection SelectionFromGrid(const std::optional<GridRange>& range, GridPoint anchor, long grid_rows,
                                            long grid_cols);
 
-// Comma-separated text (RFC 4180): a cell holding a comma, a quote or a
-// line break is quoted; rows end with CR LF.
-std::string FormatCommaSeparated(const std::vector<std::vector<std::string>>& cells);
 
 }  // namespace orvik::gui

@@ -10,6 +10,7 @@
 
 #include "gui/sheet_model.h"
 #include "gui/undo_commands.h"
+#include "worksheet/delimited_cells.h"
 
 namespace orvik::gui {
 
@@ -122,7 +123,7 @@ void WorksheetWindow::Copy() {
     auto& line = cells.emplace_back();
     for (long col = block.left; col <= block.right; ++col) line.emplace_back(sheet_->Text(row, col));
   }
-  QApplication::clipboard()->setText(QString::fromStdString(worksheet::FormatTabSeparated(cells)));
+  QApplication::clipboard()->setText(QString::fromStdString(worksheet::FormatDelimited(cells, '\t')));
 }
 
 void WorksheetWindow::Cut() {
@@ -131,7 +132,7 @@ void WorksheetWindow::Cut() {
 }
 
 void WorksheetWindow::Paste() {
-  const auto cells = worksheet::ParseTabSeparated(ToStd(QApplication::clipboard()->text()));
+  const auto cells = worksheet::ParseDelimited(ToStd(QApplication::clipboard()->text()), '\t');
   if (cells.empty()) return;
   const worksheet::CellBlock block = TargetBlock();
   Push(worksheet::PlanWriteBlock(*sheet_, block.top, block.left, cells), QStringLiteral("Paste"));

@@ -83,14 +83,6 @@ std::vector<CellEdit> PlanReplaceAll(const Worksheet& sheet, std::string_view wh
 std::string ReplaceInCell(std::string_view text, std::string_view what, std::string_view with,
                           const FindOptions& options);
 
-// Tab-separated text as spreadsheets exchange it: cells separated by tabs,
-// rows ended by a line break; a cell holding a tab, a line break or a quote
-// is quoted with "" for a quote inside.
-std::string FormatTabSeparated(const std::vector<std::vector<std::string>>& cells);
-// The reverse: CR LF, LF or CR end rows, a final line break makes no empty
-// row, quoted cells may hold tabs and line breaks.
-std::vector<std::vector<std::string>> ParseTabSeparated(std::string_view text);
-
 enum class Alignment { Default, Left, Center, Right };
 
 // The look of one cell. Default everywhere: plain text, numbers to the right.

@@ -84,7 +84,6 @@ TEST(KeyTables, EditsAndStylesByKey) {
   EXPECT_FALSE(RowColumnEditForKey("mnuInsert"));
   EXPECT_EQ(FontStyleForKey("mnuUnderline"), FontStyle::Underline);
   EXPECT_FALSE(FontStyleForKey("mnuLeft"));
-  EXPECT_EQ(FormatCommaSeparated({{"a,b", "1"}, {"q\"", ""}}), "\"a,b\",1\r\n\"q\"\"\",\r\n");
 }
 
 }  // namespace

@@ -32,20 +32,6 @@ TEST(SelectedCells, WidensWholeRowsColumnsAndSheetToTheGrid) {
   EXPECT_EQ(*SelectedCells(sheet), (CellBlock{1, 1, 100, 10}));
 }
 
-TEST(TabSeparated, RoundTripsQuotesTabsAndLineBreaks) {
-  const std::vector<std::vector<std::string>> cells = {{"1", "a\tb", ""}, {"say \"hi\"", "two\nlines", "x"}};
-  const std::string text = FormatTabSeparated(cells);
-  EXPECT_EQ(text, "1\t\"a\tb\"\t\r\n\"say \"\"hi\"\"\"\t\"two\nlines\"\tx\r\n");
-  EXPECT_EQ(ParseTabSeparated(text), cells);
-}
-
-TEST(TabSeparated, ParsesWhatSpreadsheetsPut) {
-  // LF or CR LF rows, no final line break, empty cells kept, ragged rows.
-  EXPECT_EQ(ParseTabSeparated("1\t2\n3"), (std::vector<std::vector<std::string>>{{"1", "2"}, {"3"}}));
-  EXPECT_EQ(ParseTabSeparated("\t5\r\n\r\n"), (std::vector<std::vector<std::string>>{{"", "5"}, {""}}));
-  EXPECT_TRUE(ParseTabSeparated("").empty());
-}
-
 TEST(PlanWriteBlock, LeavesOutUnchangedCellsAndKeepsOldTexts) {
   Worksheet sheet = SheetOf({{"1", "2"}, {"3", "4"}});
   const auto edits = PlanWriteBlock(sheet, 2, 2, {{"4", "x"}, {"y", ""}});
