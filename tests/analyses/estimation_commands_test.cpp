@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "analyses/estimation_dialogs.h"
+#include "sample_sheets.h"
 #include "support/sheet_host.h"
 
 namespace orvik::analyses {
@@ -19,20 +20,6 @@ using testing_support::MessageTexts;
 using testing_support::SheetRows;
 using Lines = std::vector<std::string>;
 
-const SheetRows kFive = {{"1"}, {"2"}, {"3"}, {"4"}, {"5"}};
-const SheetRows kTwoColumns = {{"10.2", "9.8"}, {"9.9", "10.4"}, {"10.1", "10.0"}, {"10.4", "10.6"},
-                               {"9.8", "10.3"}, {"10.0", "10.1"}, {"10.3", "10.5"}, {"9.7", ""}};
-
-cli::CliHost CancellingHost(const SheetRows& rows, worksheet::GridSelection selection, const std::string& dialog) {
-  worksheet::Worksheet sheet = MakeSheet(rows);
-  sheet.Selection = selection;
-  return cli::CliHost(std::move(sheet), {}, {dialog});
-}
-
-const shell::ResultTable& OnlyTable(const cli::CliHost& host) {
-  EXPECT_EQ(host.Windows().size(), 1u);
-  return *host.Windows().front().table;
-}
 
 TEST(MeanEstimationTest, EstimatedSigmaReportAndLogLines) {
   auto host = HostOver(kFive, Block(1, 1, 1, 5));

@@ -8,6 +8,7 @@
 #include "analyses/hypothesis_dialogs.h"
 #include "analyses/report_text.h"
 #include "inference_reference.h"
+#include "sample_sheets.h"
 #include "support/sheet_host.h"
 
 namespace orvik::analyses {
@@ -21,20 +22,6 @@ using testing_support::MessageTexts;
 using testing_support::SheetRows;
 using Lines = std::vector<std::string>;
 
-const SheetRows kFive = {{"1"}, {"2"}, {"3"}, {"4"}, {"5"}};
-const SheetRows kTwoColumns = {{"10.2", "9.8"}, {"9.9", "10.4"}, {"10.1", "10.0"}, {"10.4", "10.6"},
-                               {"9.8", "10.3"}, {"10.0", "10.1"}, {"10.3", "10.5"}, {"9.7", ""}};
-
-cli::CliHost CancellingHost(const SheetRows& rows, worksheet::GridSelection selection, const std::string& dialog) {
-  worksheet::Worksheet sheet = MakeSheet(rows);
-  sheet.Selection = selection;
-  return cli::CliHost(std::move(sheet), {}, {dialog});
-}
-
-const shell::ResultTable& OnlyTable(const cli::CliHost& host) {
-  EXPECT_EQ(host.Windows().size(), 1u);
-  return *host.Windows().front().table;
-}
 
 // The value cell of the row labelled `label`.
 std::string Cell(const shell::ResultTable& table, const std::string& label) {
