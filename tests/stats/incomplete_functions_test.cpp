@@ -10,15 +10,10 @@
 #include "stats/double_double.h"
 #include "stats/incomplete_beta.h"
 #include "stats/incomplete_gamma.h"
+#include "distribution_checks.h"
 
 namespace orvik::stats {
 namespace {
-
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-
-double RelativeError(double ours, long double reference) {
-  return static_cast<double>(std::fabs((ours - reference) / reference));
-}
 
 TEST(DoubleDouble, LogarithmCarriesExtraDigits) {
   for (double x : {4.9406564584124654e-324, 1e-300, 0.1, 0.7071, 1.0 + 0x1.0p-52, 3.0, 1e300}) {
