@@ -7,5 +7,8 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 cmake -S . -B build -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
-cmake --build build --target orvik_bench_control_charts >/dev/null
-taskset -c 0 build/bin/orvik_bench_control_charts "${1:-1000000}"
+cmake --build build --target orvik_bench_control_charts orvik_bench_command >/dev/null
+values="${1:-1000000}"
+taskset -c 0 build/bin/orvik_bench_control_charts "$values"
+taskset -c 0 build/bin/orvik_bench_command mnuX-Rs "$values" 1
+taskset -c 0 build/bin/orvik_bench_command mnuBarX-R "$((values / 5))" 5
