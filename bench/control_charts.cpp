@@ -5,14 +5,9 @@
 #include <random>
 
 #include "charts/run_rules.h"
+#include "bench_clock.h"
 
-namespace {
-
-double SecondsSince(std::chrono::steady_clock::time_point start) {
-  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-}  // namespace
+using orvik::bench::SecondsSince;
 
 int main(int argc, char** argv) {
   const long values = argc > 1 ? std::stol(argv[1]) : 1'000'000;

@@ -1,28 +1,16 @@
 // Loads a CSV file into a worksheet as orvik-cli and the application do, then
 // reads the whole sheet as an analysis would, and reports the time of each
 // step and the process's peak memory.
-#include <sys/resource.h>
-
 #include <chrono>
 #include <cstdio>
 #include <string>
 
 #include "formats/delimited_text.h"
 #include "worksheet/data_selection.h"
+#include "bench_clock.h"
 
-namespace {
-
-double SecondsSince(std::chrono::steady_clock::time_point start) {
-  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-long PeakMemoryMiB() {
-  rusage usage{};
-  getrusage(RUSAGE_SELF, &usage);
-  return usage.ru_maxrss / 1024;  // ru_maxrss is in KiB on Linux
-}
-
-}  // namespace
+using orvik::bench::PeakMemoryMiB;
+using orvik::bench::SecondsSince;
 
 int main(int argc, char** argv) {
   if (argc != 2) {

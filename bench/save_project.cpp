@@ -1,8 +1,6 @@
 // Saves a worksheet of numeric texts as a project file, the way the window
 // application saves a session, then opens it again; reports the time of
 // each step, the file's size and the process's peak memory.
-#include <sys/resource.h>
-
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
@@ -10,20 +8,10 @@
 #include <string>
 
 #include "formats/project_file.h"
+#include "bench_clock.h"
 
-namespace {
-
-double SecondsSince(std::chrono::steady_clock::time_point start) {
-  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-long PeakMemoryMiB() {
-  rusage usage{};
-  getrusage(RUSAGE_SELF, &usage);
-  return usage.ru_maxrss / 1024;
-}
-
-}  // namespace
+using orvik::bench::PeakMemoryMiB;
+using orvik::bench::SecondsSince;
 
 int main(int argc, char** argv) {
   if (argc != 3) {
