@@ -7,19 +7,6 @@ namespace {
 
 constexpr double kTight = 1e-12;
 
-TEST(ConstantTablesTest, SizesAndTheEmptyEntriesOfD4AndB4) {
-  EXPECT_EQ(A2Table().size(), 24u);
-  EXPECT_EQ(A3Table().size(), 24u);
-  EXPECT_EQ(D3Table().size(), 24u);
-  EXPECT_EQ(B3Table().size(), 24u);
-  EXPECT_EQ(C4Table().size(), 24u);
-  EXPECT_EQ(D2Table().size(), 24u);
-  EXPECT_EQ(D4Table().size(), 25u);
-  EXPECT_EQ(B4Table().size(), 25u);
-  EXPECT_FALSE(D4Table()[9].has_value());
-  EXPECT_FALSE(B4Table()[9].has_value());
-}
-
 TEST(ConstantTablesTest, LookupBySubgroupSize) {
   const struct {
     const char* table;

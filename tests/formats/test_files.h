@@ -13,6 +13,7 @@
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "formats/project_file.h"
@@ -84,71 +85,46 @@ inline std::vector<std::uint64_t> Bits(const std::vector<double>& values) {
   return bits;
 }
 
+// Each record's fields as a tuple, doubles by their bits, so that whole
+// lists compare at once and a difference prints with its record.
+template <typename T, typename Key>
+auto Keys(const std::vector<T>& items, Key key) {
+  std::vector<decltype(key(items.front()))> keys;
+  for (const T& item : items) keys.push_back(key(item));
+  return keys;
+}
+inline auto RunKey(const worksheet::SheetFormats::Run& r) {
+  const auto& c = r.change;
+  return std::tuple(r.block, c.bold, c.italic, c.underline, c.alignment, c.foreground, c.background);
+}
+inline auto StyleKey(const shell::RowStyle& s) { return std::tuple(s.background, s.foreground, s.bold); }
+inline auto SeriesKey(const shell::PlotSeries& s) {
+  return std::tuple(s.name, s.type, Bits(s.x), Bits(s.y), s.marked, s.color, s.onSecondAxis);
+}
+inline auto LineKey(const shell::ChartLine& l) {
+  return std::tuple(l.orientation, std::bit_cast<std::uint64_t>(l.value), l.label, l.color, l.dashed);
+}
+inline auto LabelKey(const shell::ChartLabel& l) { return std::tuple(l.text, l.x, l.y); }
+inline auto ChartKey(const shell::ChartSeries& c) {
+  return std::tuple(c.name, c.title, c.xTitle, c.yTitle, c.y2Title, c.categories, Keys(c.series, SeriesKey),
+                    Keys(c.lines, LineKey), Keys(c.labels, LabelKey));
+}
+
 inline void ExpectSameFormats(const std::vector<worksheet::SheetFormats::Run>& got,
                               const std::vector<worksheet::SheetFormats::Run>& want) {
-  ASSERT_EQ(got.size(), want.size());
-  for (std::size_t i = 0; i < want.size(); ++i) {
-    EXPECT_EQ(got[i].block, want[i].block);
-    EXPECT_EQ(got[i].change.bold, want[i].change.bold);
-    EXPECT_EQ(got[i].change.italic, want[i].change.italic);
-    EXPECT_EQ(got[i].change.underline, want[i].change.underline);
-    EXPECT_EQ(got[i].change.alignment, want[i].change.alignment);
-    EXPECT_EQ(got[i].change.foreground, want[i].change.foreground);
-    EXPECT_EQ(got[i].change.background, want[i].change.background);
-  }
+  EXPECT_EQ(Keys(got, RunKey), Keys(want, RunKey));
 }
 
 inline void ExpectSameResult(const shell::ResultWindow& got, const shell::ResultWindow& want) {
-  EXPECT_EQ(got.kind, want.kind);
-  EXPECT_EQ(got.title, want.title);
-  EXPECT_EQ(got.commandKey, want.commandKey);
+  EXPECT_EQ(std::tuple(got.kind, got.title, got.commandKey), std::tuple(want.kind, want.title, want.commandKey));
   ASSERT_EQ(got.table.has_value(), want.table.has_value());
   if (want.table) {
     EXPECT_EQ(got.table->columns, want.table->columns);
     EXPECT_EQ(got.table->rows, want.table->rows);
-    ASSERT_EQ(got.table->rowStyles.size(), want.table->rowStyles.size());
-    for (std::size_t i = 0; i < want.table->rowStyles.size(); ++i) {
-      EXPECT_EQ(got.table->rowStyles[i].background, want.table->rowStyles[i].background);
-      EXPECT_EQ(got.table->rowStyles[i].foreground, want.table->rowStyles[i].foreground);
-      EXPECT_EQ(got.table->rowStyles[i].bold, want.table->rowStyles[i].bold);
-    }
+    EXPECT_EQ(Keys(got.table->rowStyles, StyleKey), Keys(want.table->rowStyles, StyleKey));
     EXPECT_EQ(got.table->background, want.table->background);
   }
-  ASSERT_EQ(got.charts.size(), want.charts.size());
-  for (std::size_t c = 0; c < want.charts.size(); ++c) {
-    const auto& g = got.charts[c];
-    const auto& w = want.charts[c];
-    EXPECT_EQ(g.name, w.name);
-    EXPECT_EQ(g.title, w.title);
-    EXPECT_EQ(g.xTitle, w.xTitle);
-    EXPECT_EQ(g.yTitle, w.yTitle);
-    EXPECT_EQ(g.y2Title, w.y2Title);
-    EXPECT_EQ(g.categories, w.categories);
-    ASSERT_EQ(g.series.size(), w.series.size());
-    for (std::size_t s = 0; s < w.series.size(); ++s) {
-      EXPECT_EQ(g.series[s].name, w.series[s].name);
-      EXPECT_EQ(g.series[s].type, w.series[s].type);
-      EXPECT_EQ(Bits(g.series[s].x), Bits(w.series[s].x));
-      EXPECT_EQ(Bits(g.series[s].y), Bits(w.series[s].y));
-      EXPECT_EQ(g.series[s].marked, w.series[s].marked);
-      EXPECT_EQ(g.series[s].color, w.series[s].color);
-      EXPECT_EQ(g.series[s].onSecondAxis, w.series[s].onSecondAxis);
-    }
-    ASSERT_EQ(g.lines.size(), w.lines.size());
-    for (std::size_t l = 0; l < w.lines.size(); ++l) {
-      EXPECT_EQ(g.lines[l].orientation, w.lines[l].orientation);
-      EXPECT_EQ(std::bit_cast<std::uint64_t>(g.lines[l].value), std::bit_cast<std::uint64_t>(w.lines[l].value));
-      EXPECT_EQ(g.lines[l].label, w.lines[l].label);
-      EXPECT_EQ(g.lines[l].color, w.lines[l].color);
-      EXPECT_EQ(g.lines[l].dashed, w.lines[l].dashed);
-    }
-    ASSERT_EQ(g.labels.size(), w.labels.size());
-    for (std::size_t l = 0; l < w.labels.size(); ++l) {
-      EXPECT_EQ(g.labels[l].text, w.labels[l].text);
-      EXPECT_EQ(g.labels[l].x, w.labels[l].x);
-      EXPECT_EQ(g.labels[l].y, w.labels[l].y);
-    }
-  }
+  EXPECT_EQ(Keys(got.charts, ChartKey), Keys(want.charts, ChartKey));
 }
 
 inline void ExpectSameProject(const Project& got, const Project& want) {

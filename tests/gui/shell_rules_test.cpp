@@ -13,16 +13,13 @@ TEST(WorksheetCounter, NumbersAreNeverReused) {
   EXPECT_EQ(counter.Value(), 3);
 }
 
-TEST(Questions, CloseAndExitTextsTitlesIconsAndButtons) {
+TEST(Questions, CloseTextTitleIconButtonsAndLogLines) {
   const shell::MessageBox close = CloseWorksheetQuestion("WorkSheet 2");
   EXPECT_EQ(close.text, "WorkSheet 2 include data\r\n\r Are you sure you want to close?");
   EXPECT_EQ(close.title, "Confirmation");
   EXPECT_EQ(close.icon, shell::MessageIcon::Question);
   EXPECT_EQ(close.buttons, shell::MessageButtons::OkCancel);
-  const shell::MessageBox exit = ExitQuestion();
-  EXPECT_EQ(exit.text, "WorkSheets or Windows are still open.\r\n\rAre you sure you want to end your session?");
-  EXPECT_EQ(exit.title, "Confirmation");
-  EXPECT_EQ(exit.buttons, shell::MessageButtons::OkCancel);
+  // The exit question's text is checked on the real message box (main_window_test).
   EXPECT_EQ(WorksheetMadeLine("WorkSheet 3"), "WorkSheet 3 generation is completed");
   EXPECT_EQ(WorksheetClosedLine("WorkSheet 3"), "WorkSheet 3 elimination is completed");
 }
@@ -35,47 +32,27 @@ TEST(MenuRules, CountsOfDocumentWindows) {
   EXPECT_FALSE(CloseDisablesMenus(0));
 }
 
+// The fields as "IsBlockSelected SelBlockCol SelBlockCol2 SelBlockRow SelBlockRow2".
+std::string Fields(const std::optional<GridRange>& range, GridPoint anchor) {
+  const auto s = SelectionFromGrid(range, anchor, 1000, 52);
+  return std::to_string(s.IsBlockSelected) + " " + std::to_string(s.SelBlockCol) + " " +
+         std::to_string(s.SelBlockCol2) + " " + std::to_string(s.SelBlockRow) + " " + std::to_string(s.SelBlockRow2);
+}
+
 TEST(SelectionFromGrid, DragDirectionGivesTheStartFields) {
   // Model coordinates are 0-based; the fields are 1-based.
   const GridRange block{1, 1, 5, 3};  // B2:D6
-  auto s = SelectionFromGrid(block, {1, 1}, 1000, 52);
-  EXPECT_TRUE(s.IsBlockSelected);
-  EXPECT_EQ(s.SelBlockCol, 2);
-  EXPECT_EQ(s.SelBlockCol2, 4);
-  EXPECT_EQ(s.SelBlockRow, 2);
-  EXPECT_EQ(s.SelBlockRow2, 6);
-  s = SelectionFromGrid(block, {5, 3}, 1000, 52);  // dragged from D6 up to B2
-  EXPECT_EQ(s.SelBlockCol, 4);
-  EXPECT_EQ(s.SelBlockCol2, 2);
-  EXPECT_EQ(s.SelBlockRow, 6);
-  EXPECT_EQ(s.SelBlockRow2, 2);
-  s = SelectionFromGrid(block, {1, 3}, 1000, 52);  // from D2 to B6
-  EXPECT_EQ(s.SelBlockCol, 4);
-  EXPECT_EQ(s.SelBlockRow, 2);
-  s = SelectionFromGrid(block, {40, 40}, 1000, 52);  // anchor elsewhere: top left
-  EXPECT_EQ(s.SelBlockCol, 2);
-  EXPECT_EQ(s.SelBlockRow, 2);
+  EXPECT_EQ(Fields(block, {1, 1}), "1 2 4 2 6");
+  EXPECT_EQ(Fields(block, {5, 3}), "1 4 2 6 2");    // dragged from D6 up to B2
+  EXPECT_EQ(Fields(block, {1, 3}), "1 4 2 2 6");    // from D2 to B6
+  EXPECT_EQ(Fields(block, {40, 40}), "1 2 4 2 6");  // anchor elsewhere: top left
 }
 
 TEST(SelectionFromGrid, WholeColumnsRowsSheetAndNothing) {
-  auto s = SelectionFromGrid(GridRange{0, 3, 999, 1}, {0, 3}, 1000, 52);
-  EXPECT_EQ(s.SelBlockRow, -1);
-  EXPECT_EQ(s.SelBlockRow2, -1);
-  s = SelectionFromGrid(GridRange{0, 1, 999, 3}, {0, 3}, 1000, 52);  // D:B
-  EXPECT_EQ(s.SelBlockCol, 4);
-  EXPECT_EQ(s.SelBlockCol2, 2);
-  s = SelectionFromGrid(GridRange{2, 0, 6, 51}, {6, 0}, 1000, 52);  // rows 7:3
-  EXPECT_EQ(s.SelBlockCol, -1);
-  EXPECT_EQ(s.SelBlockCol2, -1);
-  EXPECT_EQ(s.SelBlockRow, 7);
-  EXPECT_EQ(s.SelBlockRow2, 3);
-  s = SelectionFromGrid(GridRange{0, 0, 999, 51}, {0, 0}, 1000, 52);
-  EXPECT_EQ(s.SelBlockCol, -1);
-  EXPECT_EQ(s.SelBlockCol2, -1);
-  EXPECT_EQ(s.SelBlockRow, -1);
-  EXPECT_EQ(s.SelBlockRow2, -1);
-  s = SelectionFromGrid(std::nullopt, {0, 0}, 1000, 52);
-  EXPECT_FALSE(s.IsBlockSelected);
+  EXPECT_EQ(Fields(GridRange{0, 1, 999, 3}, {0, 3}), "1 4 2 -1 -1");  // D:B
+  EXPECT_EQ(Fields(GridRange{2, 0, 6, 51}, {6, 0}), "1 -1 -1 7 3");   // rows 7:3
+  EXPECT_EQ(Fields(GridRange{0, 0, 999, 51}, {0, 0}), "1 -1 -1 -1 -1");
+  EXPECT_EQ(Fields(std::nullopt, {0, 0}).substr(0, 1), "0");
 }
 
 TEST(KeyTables, EditsAndStylesByKey) {

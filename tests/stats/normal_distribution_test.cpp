@@ -3,15 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
+
+#include "distribution_checks.h"
 
 namespace orvik::stats {
 namespace {
-
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInf = std::numeric_limits<double>::infinity();
-
-double RelativeError(double ours, double reference) { return std::fabs((ours - reference) / reference); }
 
 // Phi(z) to 20 digits, computed with mpmath (30-digit erfc).
 TEST(NormalDistribution, LowerTailMatchesHighPrecisionValues) {
