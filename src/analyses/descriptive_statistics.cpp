@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "shell/analysis_input.h"
+#include "shell/command_failed.h"
 #include "stats/decimal_numbers.h"
 #include "stats/order_statistics.h"
 
@@ -96,7 +97,7 @@ void DescriptiveStatistics(shell::Host& host) {
     // No number in the block: the mean cannot be formed.
     host.Refuse(worksheet::messages::kInputValidData);
     host.Log().AppendSessionLine(kCancelLine);
-    return;
+    throw shell::CommandFailed(kCancelLine);
   }
   if (sample.size() == 1) {
     host.Refuse(kNotEnough);

@@ -37,7 +37,8 @@ DescriptiveSummary SummariseSample(std::span<const double> sample);
 shell::ResultTable DescriptiveTable(const DescriptiveSummary& summary);
 
 // The command "mnuBasicStat": pools every numeric cell of the selected block
-// into one sample and shows its summary in a result window.
+// into one sample and shows its summary in a result window. A block without
+// any number ends it by throwing shell::CommandFailed after its message.
 void DescriptiveStatistics(shell::Host& host);
 
 }  // namespace orvik::analyses

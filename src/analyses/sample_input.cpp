@@ -1,5 +1,7 @@
 #include "analyses/sample_input.h"
 
+#include "shell/command_failed.h"
+
 #include "shell/analysis_input.h"
 
 namespace orvik::analyses {
@@ -36,6 +38,7 @@ void ShowReport(shell::Host& host, const SessionLines& lines, shell::ResultTable
 void FailRun(shell::Host& host, const SessionLines& lines) {
   host.Refuse(worksheet::messages::kInputValidData);
   if (!lines.cancel.empty()) host.Log().AppendSessionLine(lines.cancel);
+  throw shell::CommandFailed(lines.stem);
 }
 
 }  // namespace orvik::analyses

@@ -35,7 +35,8 @@ bool ResolveTwoColumns(shell::Host& host);
 // the completed line.
 void ShowReport(shell::Host& host, const SessionLines& lines, shell::ResultTable table);
 
-// A run-time failure: "Please, input valid data" and the cancel line.
+// A run-time failure: "Please, input valid data" and the cancel line, then
+// the command ends by throwing shell::CommandFailed.
 void FailRun(shell::Host& host, const SessionLines& lines);
 
 }  // namespace orvik::analyses

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "shell/command_failed.h"
 #include "support/sheet_host.h"
 
 namespace orvik::analyses {
@@ -105,7 +106,7 @@ TEST(DescriptiveStatisticsTest, SmallSamplesAreRefusedOrWarnedAbout) {
   EXPECT_EQ(LogLines(two).back(), "Descriptive statistics analysis is completed");
 
   auto none = HostOver(Column({"a", "b"}), Block(1, 1, 1, 2));
-  DescriptiveStatistics(none);
+  EXPECT_THROW(DescriptiveStatistics(none), shell::CommandFailed);
   EXPECT_EQ(MessageTexts(none), (std::vector<std::string>{"Please, input valid data"}));
   EXPECT_EQ(LogLines(none), (std::vector<std::string>{"Descriptive statistics analysis is starting",
                                                        "Cancel descriptive statistics analysis"}));

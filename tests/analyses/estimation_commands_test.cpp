@@ -7,6 +7,7 @@
 
 #include "analyses/estimation_dialogs.h"
 #include "sample_sheets.h"
+#include "shell/command_failed.h"
 #include "support/sheet_host.h"
 
 namespace orvik::analyses {
@@ -45,7 +46,7 @@ TEST(MeanEstimationTest, GivenSigmaFromTheDialog) {
 
 TEST(MeanEstimationTest, RefusalsAndCancel) {
   auto empty = HostOver({{"a"}, {"b"}}, Block(1, 1, 1, 2));
-  MeanEstimation(empty);
+  EXPECT_THROW(MeanEstimation(empty), shell::CommandFailed);
   EXPECT_EQ(MessageTexts(empty), (Lines{"Please, input valid data"}));
   EXPECT_EQ(LogLines(empty), (Lines{"Estimation for 1-sample mean is starting", "Cancel estimation for 1-sample mean"}));
 

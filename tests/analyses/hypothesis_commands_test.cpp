@@ -9,6 +9,7 @@
 #include "analyses/report_text.h"
 #include "inference_reference.h"
 #include "sample_sheets.h"
+#include "shell/command_failed.h"
 #include "support/sheet_host.h"
 
 namespace orvik::analyses {
@@ -102,7 +103,7 @@ TEST(MeanHypothesisTest, DialogRefusalsClearTheSigmaAndCancel) {
 
 TEST(MeanHypothesisTest, DataRefusalsAndAFlatSample) {
   auto none = HostOver({{"x"}}, Block(1, 1, 1, 1));
-  MeanHypothesis(none);
+  EXPECT_THROW(MeanHypothesis(none), shell::CommandFailed);
   EXPECT_EQ(MessageTexts(none), (Lines{"Please, input valid data"}));
   EXPECT_EQ(LogLines(none).back(), "Cancel hypothesis test for 1-sample");
 
@@ -112,7 +113,7 @@ TEST(MeanHypothesisTest, DataRefusalsAndAFlatSample) {
 
   // No spread and the hypothesised mean: t cannot be formed.
   auto flat = HostOver({{"3"}, {"3"}, {"3"}}, Block(1, 1, 1, 3), {{"MeanHypoth", "hypotxt", "3"}});
-  MeanHypothesis(flat);
+  EXPECT_THROW(MeanHypothesis(flat), shell::CommandFailed);
   EXPECT_EQ(MessageTexts(flat), (Lines{"Please, input valid data"}));
   EXPECT_EQ(LogLines(flat).back(), "Cancel hypothesis test for 1-sample");
   EXPECT_TRUE(flat.Windows().empty());
@@ -175,7 +176,7 @@ TEST(TwoProportionHypothesisTest, MisspeltDifferenceAndPooledZ) {
   auto zero = HostOver({}, {},
                        {{"TwoHypothProportion", "defect1txt", "0"}, {"TwoHypothProportion", "sample1txt", "10"},
                         {"TwoHypothProportion", "defect2txt", "0"}, {"TwoHypothProportion", "sample2txt", "10"}});
-  TwoProportionHypothesis(zero);
+  EXPECT_THROW(TwoProportionHypothesis(zero), shell::CommandFailed);
   EXPECT_EQ(MessageTexts(zero), (Lines{"Please, input valid data"}));
   EXPECT_TRUE(zero.Windows().empty());
 }
@@ -231,7 +232,7 @@ TEST(TwoHypothMeanTest, EqualAndUnequalVariance) {
   EXPECT_EQ(MessageTexts(few), (Lines{"All data are not enough to analysis"}));
 
   auto none = HostOver({{"1", "a"}, {"2", "b"}}, Block(1, 1, 2, 2));
-  TwoHypothMean(none);
+  EXPECT_THROW(TwoHypothMean(none), shell::CommandFailed);
   EXPECT_EQ(MessageTexts(none), (Lines{"Please, input valid data"}));
   EXPECT_EQ(LogLines(none).back(), "Cancel hypothesis for 2-sample mean(2-sample t test)");
 }
