@@ -78,7 +78,8 @@ shell::ResultWindow BoxPlotWindow(const std::vector<BoxSummary>& boxes) {
   for (std::size_t i = 0; i < boxes.size(); ++i) {
     const BoxSummary& b = boxes[i];
     series.x.push_back(static_cast<double>(i + 1));
-    series.y.insert(series.y.end(), {b.minimum, b.q1, b.median, b.q3, b.maximum});
+    std::vector<double>& five = series.y.Mutable();
+    five.insert(five.end(), {b.minimum, b.q1, b.median, b.q3, b.maximum});
     chart.categories.push_back(b.heading);
   }
   chart.series.push_back(std::move(series));

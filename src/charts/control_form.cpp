@@ -32,14 +32,15 @@ ControlChart MakeControlChart(std::string statistic, std::vector<double> values,
   ControlChart chart;
   chart.seriesName = statistic;
   chart.statistic = std::move(statistic);
+  std::vector<double> x(values.size());
+  for (std::size_t i = 0; i < x.size(); ++i) x[i] = first_sample + static_cast<double>(i);
+  chart.x = std::move(x);
   chart.values = std::move(values);
   chart.limits = limits;
-  chart.x.resize(chart.values.size());
-  for (std::size_t i = 0; i < chart.x.size(); ++i) chart.x[i] = first_sample + static_cast<double>(i);
   return chart;
 }
 
-void FinishChart(ControlChart& chart) { chart.codes = OutOfControlCodes(chart.values, chart.limits); }
+void FinishChart(ControlChart& chart) { chart.codes = OutOfControlCodes(chart.values.Values(), chart.limits); }
 
 std::string LimitLabel(const std::string& prefix, double limit, int decimals) {
   return prefix + FormatNumber(Round(limit, decimals));
@@ -76,29 +77,19 @@ void DrawChart(const ControlChart& chart, shell::ChartSeries& series) {
 
 namespace {
 
-// The cell texts of one chart's five columns; the limit texts are made once
-// because they are the same in every row.
-class ChartColumns {
- public:
-  explicit ChartColumns(const ControlChart& chart)
-      : chart_(chart),
-        ucl_(FormatNumber(chart.limits.UCL)),
-        cl_(FormatNumber(chart.limits.CL)),
-        lcl_(FormatNumber(chart.limits.LCL)) {}
-
-  void Append(std::size_t point, std::vector<std::string>& row) const {
-    row.push_back(FormatNumber(Round(chart_.values[point], chart_.valueDecimals)));
-    row.push_back(ucl_);
-    row.push_back(cl_);
-    row.push_back(lcl_);
-    row.push_back(point < chart_.codes.size() ? chart_.codes[point] : std::string());
-  }
-  static void AppendEmpty(std::vector<std::string>& row) { row.insert(row.end(), 5, std::string()); }
-
- private:
-  const ControlChart& chart_;
-  std::string ucl_, cl_, lcl_;
-};
+// The five grid columns of one chart from row `first_row` on: its values as
+// the chart plots them, rounded for display, the three limits repeated down
+// the grid and the out-of-control codes.
+void AppendChartColumns(const ControlChart& chart, std::size_t first_row, std::vector<shell::GridColumn>& block) {
+  const std::size_t count = chart.values.size();
+  block.push_back(shell::GridColumn::Numbers(chart.values, shell::NumberDisplay::RoundedTo(chart.valueDecimals))
+                      .StartingAt(first_row));
+  for (const double limit : {chart.limits.UCL, chart.limits.CL, chart.limits.LCL})
+    block.push_back(shell::GridColumn::Repeated(FormatNumber(limit), count).StartingAt(first_row));
+  std::vector<std::string> codes = chart.codes;
+  codes.resize(count);
+  block.push_back(shell::GridColumn::Codes(codes).StartingAt(first_row));
+}
 
 void AppendLegend(shell::ResultTable& table, const std::string& heading, std::size_t width) {
   const auto legend_row = [width](std::string text) {
@@ -118,14 +109,9 @@ void AppendLegend(shell::ResultTable& table, const std::string& heading, std::si
 shell::ResultTable OneChartTable(const ControlChart& chart) {
   shell::ResultTable table;
   table.columns = {chart.statistic, "UCL", "CL", "LCL", "Out-of-control Code"};
-  table.rows.reserve(chart.values.size() + 13);
-  const ChartColumns columns(chart);
-  for (std::size_t i = 0; i < chart.values.size(); ++i) {
-    std::vector<std::string> row;
-    row.reserve(5);
-    columns.Append(i, row);
-    table.rows.push_back(std::move(row));
-  }
+  std::vector<shell::GridColumn> block;
+  AppendChartColumns(chart, 0, block);
+  table.AddColumns(std::move(block));
   AppendLegend(table, kOneChartLegendHeading, table.columns.size());
   return table;
 }
@@ -137,18 +123,13 @@ shell::ResultTable TwoChartTable(const ControlChart& upper, const ControlChart& 
   // Rows follow the sample numbers of both charts, so the moving range of
   // samples 1 and 2 stands beside sample 2.
   const double first = std::min(upper.x.empty() ? 1.0 : upper.x.front(), lower.x.empty() ? 1.0 : lower.x.front());
-  const double last = std::max(upper.x.empty() ? 0.0 : upper.x.back(), lower.x.empty() ? 0.0 : lower.x.back());
-  const ChartColumns upper_columns(upper), lower_columns(lower);
-  std::size_t u = 0, w = 0;
-  for (double sample = first; sample <= last; sample += 1.0) {
-    std::vector<std::string> row;
-    row.reserve(10);
-    if (u < upper.x.size() && upper.x[u] == sample) upper_columns.Append(u++, row);
-    else ChartColumns::AppendEmpty(row);
-    if (w < lower.x.size() && lower.x[w] == sample) lower_columns.Append(w++, row);
-    else ChartColumns::AppendEmpty(row);
-    table.rows.push_back(std::move(row));
-  }
+  const auto first_row = [first](const ControlChart& chart) {
+    return chart.x.empty() ? std::size_t{0} : static_cast<std::size_t>(chart.x.front() - first);
+  };
+  std::vector<shell::GridColumn> block;
+  AppendChartColumns(upper, first_row(upper), block);
+  AppendChartColumns(lower, first_row(lower), block);
+  table.AddColumns(std::move(block));
   AppendLegend(table, heading, table.columns.size());
   return table;
 }

@@ -17,8 +17,8 @@ namespace orvik::charts {
 struct ControlChart {
   std::string statistic;   // grid heading of the plotted values: "xbar", "R", "MR", "c"
   std::string seriesName;  // name of the plotted series ("Moving Range" for MR)
-  std::vector<double> x;   // sample numbers of the points
-  std::vector<double> values;
+  shell::NumberSeries x;  // sample numbers of the points, consecutive
+  shell::NumberSeries values;
   ControlLimits limits;
   std::vector<std::string> codes;  // filled by FinishChart
   int labelDecimals = 8;           // limit labels show the limit rounded to these places

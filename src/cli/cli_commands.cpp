@@ -3,6 +3,7 @@
 #include <charconv>
 #include <cstdio>
 #include <exception>
+#include <iostream>
 #include <set>
 
 #include "cli/cell_range.h"
@@ -131,8 +132,10 @@ int RunCommand(const std::vector<std::string>& args) {
   }
   record.messages = host.Messages();
   record.log = host.Log().Text();
-  record.windows = host.Windows();
-  Print(line.format == Format::Json ? RunRecordJson(record) : RunRecordText(record));
+  record.windows = host.TakeWindows();
+  if (line.format == Format::Json) WriteRunRecordJson(record, std::cout);
+  else WriteRunRecordText(record, std::cout);
+  std::cout.flush();
   return 0;
 }
 

@@ -29,6 +29,8 @@ class CliHost : public shell::Host {
 
   const std::vector<shell::MessageBox>& Messages() const { return messages_; }
   const std::vector<shell::ResultWindow>& Windows() const { return windows_; }
+  // Hands the recorded windows over without copying them.
+  std::vector<shell::ResultWindow> TakeWindows() { return std::move(windows_); }
   bool AnyDialogCancelled() const { return any_dialog_cancelled_; }
 
  private:

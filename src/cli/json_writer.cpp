@@ -6,10 +6,19 @@
 
 namespace orvik::cli {
 
-std::string JsonEscape(std::string_view value) {
-  std::string out;
-  out.reserve(value.size());
-  for (const char c : value) {
+namespace {
+
+constexpr std::size_t kChunk = 1 << 16;
+
+bool NeedsEscape(char c) { return c == '"' || c == '\\' || static_cast<unsigned char>(c) < 0x20; }
+
+void AppendEscapedTo(std::string& out, std::string_view value) {
+  std::size_t plain = 0;
+  for (std::size_t i = 0; i < value.size(); ++i) {
+    const char c = value[i];
+    if (!NeedsEscape(c)) continue;
+    out.append(value.data() + plain, i - plain);
+    plain = i + 1;
     switch (c) {
       case '"': out += "\\\""; break;
       case '\\': out += "\\\\"; break;
@@ -18,16 +27,22 @@ std::string JsonEscape(std::string_view value) {
       case '\t': out += "\\t"; break;
       case '\b': out += "\\b"; break;
       case '\f': out += "\\f"; break;
-      default:
-        if (static_cast<unsigned char>(c) < 0x20) {
-          char escape[8];
-          std::snprintf(escape, sizeof escape, "\\u%04x", static_cast<unsigned char>(c));
-          out += escape;
-        } else {
-          out += c;
-        }
+      default: {
+        char escape[8];
+        std::snprintf(escape, sizeof escape, "\\u%04x", static_cast<unsigned char>(c));
+        out += escape;
+      }
     }
   }
+  out.append(value.data() + plain, value.size() - plain);
+}
+
+}  // namespace
+
+std::string JsonEscape(std::string_view value) {
+  std::string out;
+  out.reserve(value.size());
+  AppendEscapedTo(out, value);
   return out;
 }
 
@@ -37,7 +52,16 @@ std::string ExactNumberText(double value) {
   return std::string(buffer, result.ptr);
 }
 
+void JsonWriter::Flush() {
+  if (sink_ == nullptr || out_.empty()) return;
+  sink_->write(out_.data(), static_cast<std::streamsize>(out_.size()));
+  out_.clear();
+}
+
+void JsonWriter::AppendEscaped(std::string_view value) { AppendEscapedTo(out_, value); }
+
 void JsonWriter::BeforeValue() {
+  if (sink_ != nullptr && out_.size() >= kChunk) Flush();
   if (after_key_) {
     after_key_ = false;
     return;
@@ -77,7 +101,7 @@ JsonWriter& JsonWriter::EndArray() {
 JsonWriter& JsonWriter::Key(std::string_view key) {
   BeforeValue();
   out_ += '"';
-  out_ += JsonEscape(key);
+  AppendEscaped(key);
   out_ += "\":";
   after_key_ = true;
   return *this;
@@ -86,7 +110,7 @@ JsonWriter& JsonWriter::Key(std::string_view key) {
 JsonWriter& JsonWriter::String(std::string_view value) {
   BeforeValue();
   out_ += '"';
-  out_ += JsonEscape(value);
+  AppendEscaped(value);
   out_ += '"';
   return *this;
 }
@@ -94,7 +118,9 @@ JsonWriter& JsonWriter::String(std::string_view value) {
 JsonWriter& JsonWriter::Number(double value) {
   if (!std::isfinite(value)) return Null();
   BeforeValue();
-  out_ += ExactNumberText(value);
+  char buffer[32];
+  const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
+  out_.append(buffer, result.ptr);
   return *this;
 }
 
@@ -116,10 +142,9 @@ JsonWriter& JsonWriter::StringArray(const std::vector<std::string>& values) {
   return EndArray();
 }
 
-JsonWriter& JsonWriter::NumberArray(const std::vector<double>& values) {
-  BeginArray();
-  for (const double value : values) Number(value);
-  return EndArray();
+JsonWriter& JsonWriter::Raw(std::string_view text) {
+  out_ += text;
+  return *this;
 }
 
 }  // namespace orvik::cli

@@ -1,6 +1,7 @@
 #include "cli/report.h"
 
 #include <algorithm>
+#include <sstream>
 
 #include "cli/json_writer.h"
 #include "stats/decimal_numbers.h"
@@ -61,8 +62,18 @@ void WriteWindow(JsonWriter& json, const shell::ResultWindow& window) {
   json.BeginObject().Field("kind", shell::WindowKindName(window.kind)).Field("title", window.title);
   json.Key("table");
   if (window.table) {
-    json.BeginObject().Key("columns").StringArray(window.table->columns).Key("rows").BeginArray();
-    for (const auto& row : window.table->rows) json.StringArray(row);
+    const shell::ResultTable& table = *window.table;
+    json.BeginObject().Key("columns").StringArray(table.columns).Key("rows").BeginArray();
+    std::string cell;
+    for (std::size_t r = 0; r < table.RowCount(); ++r) {
+      json.BeginArray();
+      for (std::size_t c = 0, width = table.RowWidth(r); c < width; ++c) {
+        cell.clear();
+        table.AppendCell(r, c, cell);
+        json.String(cell);
+      }
+      json.EndArray();
+    }
     json.EndArray().EndObject();
   } else {
     json.Null();
@@ -83,42 +94,63 @@ std::string MessagesText(const std::vector<shell::MessageBox>& messages) {
 
 }  // namespace
 
-std::string AlignedTable(const shell::ResultTable& table) {
-  std::vector<const std::vector<std::string>*> lines;
-  const bool has_heading = std::any_of(table.columns.begin(), table.columns.end(),
-                                       [](const std::string& caption) { return !caption.empty(); });
-  if (has_heading) lines.push_back(&table.columns);
-  for (const auto& row : table.rows) lines.push_back(&row);
-  std::vector<std::size_t> widths;
-  for (const auto* line : lines) {
-    if (widths.size() < line->size()) widths.resize(line->size(), 0);
-    for (std::size_t i = 0; i < line->size(); ++i) widths[i] = std::max(widths[i], (*line)[i].size());
-  }
-  std::string out;
-  for (const auto* line : lines) {
-    std::string text;
-    for (std::size_t i = 0; i < line->size(); ++i) {
-      text += (*line)[i];
-      if (i + 1 < line->size()) text.append(widths[i] - (*line)[i].size() + 2, ' ');
+void WriteAlignedTable(const shell::ResultTable& table, std::ostream& out) {
+  // Two passes over the cells, each text made on demand: one for the column
+  // widths, one to write.
+  const bool has_heading = table.HasHeading();
+  const auto each_line = [&](auto&& visit) {
+    std::string cell;
+    if (has_heading) {
+      for (std::size_t c = 0; c < table.columns.size(); ++c) visit(c, table.columns.size(), table.columns[c]);
     }
-    out += text + "\n";
-  }
-  return out;
+    for (std::size_t r = 0; r < table.RowCount(); ++r) {
+      const std::size_t width = table.RowWidth(r);
+      if (width == 0) visit(0, 0, cell);  // an empty row is an empty line
+      for (std::size_t c = 0; c < width; ++c) {
+        cell.clear();
+        table.AppendCell(r, c, cell);
+        visit(c, width, cell);
+      }
+    }
+  };
+  std::vector<std::size_t> widths(std::max<std::size_t>(table.Width(), 1), 0);
+  each_line([&](std::size_t c, std::size_t, const std::string& text) { widths[c] = std::max(widths[c], text.size()); });
+  std::string line;
+  each_line([&](std::size_t c, std::size_t width, const std::string& text) {
+    line += text;
+    if (c + 1 < width) line.append(widths[c] - text.size() + 2, ' ');
+    else {
+      line += '\n';
+      out.write(line.data(), static_cast<std::streamsize>(line.size()));
+      line.clear();
+    }
+  });
 }
 
-std::string RunRecordJson(const RunRecord& record) {
-  JsonWriter json;
+std::string AlignedTable(const shell::ResultTable& table) {
+  std::ostringstream out;
+  WriteAlignedTable(table, out);
+  return out.str();
+}
+
+void WriteRunRecordJson(const RunRecord& record, std::ostream& out) {
+  JsonWriter json(out);
   json.BeginObject().Field("outcome", record.outcome);
   WriteMessages(json, record.messages);
   json.Field("log", record.log).Key("windows").BeginArray();
   for (const auto& window : record.windows) WriteWindow(json, window);
-  json.EndArray().EndObject();
-  return json.Text() + "\n";
+  json.EndArray().EndObject().Raw("\n");
 }
 
-std::string RunRecordText(const RunRecord& record) {
-  std::string out = "Outcome: " + record.outcome + "\n";
-  if (!record.messages.empty()) out += "\nMessages:\n" + MessagesText(record.messages);
+std::string RunRecordJson(const RunRecord& record) {
+  std::ostringstream out;
+  WriteRunRecordJson(record, out);
+  return out.str();
+}
+
+void WriteRunRecordText(const RunRecord& record, std::ostream& out) {
+  out << "Outcome: " << record.outcome << "\n";
+  if (!record.messages.empty()) out << "\nMessages:\n" << MessagesText(record.messages);
   // The session log without its welcome line: what this command wrote.
   std::string added;
   for (std::size_t pos = record.log.find("\r\n"); pos != std::string::npos;) {
@@ -126,17 +158,22 @@ std::string RunRecordText(const RunRecord& record) {
     added += "  " + record.log.substr(pos + 2, next == std::string::npos ? std::string::npos : next - pos - 2) + "\n";
     pos = next;
   }
-  if (!added.empty()) out += "\nSession log:\n" + added;
+  if (!added.empty()) out << "\nSession log:\n" << added;
   for (const auto& window : record.windows) {
-    out += "\n" + std::string(shell::WindowKindName(window.kind)) + ": " + window.title + "\n";
-    if (window.table) out += AlignedTable(*window.table);
+    out << "\n" << shell::WindowKindName(window.kind) << ": " << window.title << "\n";
+    if (window.table) WriteAlignedTable(*window.table, out);
     for (const auto& chart : window.charts) {
-      out += "  chart " + chart.name + (chart.title.empty() ? "" : ": " + chart.title) + "\n";
+      out << "  chart " << chart.name << (chart.title.empty() ? "" : ": " + chart.title) << "\n";
       for (const auto& line : chart.lines)
-        out += "    line " + line.label + " at " + stats::FormatNumber(line.value) + "\n";
+        out << "    line " << line.label << " at " << stats::FormatNumber(line.value) << "\n";
     }
   }
-  return out;
+}
+
+std::string RunRecordText(const RunRecord& record) {
+  std::ostringstream out;
+  WriteRunRecordText(record, out);
+  return out.str();
 }
 
 std::string SelectRecordJson(const SelectRecord& record) {

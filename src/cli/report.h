@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -25,12 +26,16 @@ struct SelectRecord {
   std::optional<worksheet::DataSelection> selection;
 };
 
+// The run as JSON or as text for a person, streamed to `out` as it is made.
+void WriteRunRecordJson(const RunRecord& record, std::ostream& out);
+void WriteRunRecordText(const RunRecord& record, std::ostream& out);
 std::string RunRecordJson(const RunRecord& record);
 std::string RunRecordText(const RunRecord& record);
 std::string SelectRecordJson(const SelectRecord& record);
 std::string SelectRecordText(const SelectRecord& record);
 
 // A result grid as aligned columns of text, one line per row.
+void WriteAlignedTable(const shell::ResultTable& table, std::ostream& out);
 std::string AlignedTable(const shell::ResultTable& table);
 
 }  // namespace orvik::cli

@@ -188,17 +188,17 @@ void WriteResult(SqliteDb& db, std::int64_t id, const shell::ResultWindow& windo
   if (window.table) {
     SqliteStatement row(db, "INSERT INTO result_rows VALUES(?,?,?)");
     std::int64_t seq = 0;
-    for (const auto& cells : window.table->rows) {
+    for (std::size_t r = 0; r < window.table->RowCount(); ++r) {
       row.Bind(1, id);
       row.Bind(2, seq++);
-      row.BindBlob(3, TextList(cells));
+      row.BindBlob(3, TextList(window.table->Row(r)));
       row.Run();
     }
+    // Only the rows drawn in a style of their own, by row number.
     SqliteStatement style(db, "INSERT INTO result_row_styles VALUES(?,?,?,?,?)");
-    seq = 0;
-    for (const auto& s : window.table->rowStyles) {
+    for (const auto& [styled_row, s] : window.table->StyledRows()) {
       style.Bind(1, id);
-      style.Bind(2, seq++);
+      style.Bind(2, static_cast<std::int64_t>(styled_row));
       style.Bind(3, RgbValue(s.background));
       style.Bind(4, RgbValue(s.foreground));
       style.Bind(5, std::int64_t{s.bold});
@@ -228,7 +228,7 @@ void WriteResult(SqliteDb& db, std::int64_t id, const shell::ResultWindow& windo
       series.Bind(3, seq++);
       series.Bind(4, s.name);
       series.Bind(5, static_cast<std::int64_t>(s.type));
-      const std::string x = DoubleList(s.x), y = DoubleList(s.y), marked = WholeList(s.marked);
+      const std::string x = DoubleList(s.x.Values()), y = DoubleList(s.y.Values()), marked = WholeList(s.marked);
       series.BindBlob(6, x);
       series.BindBlob(7, y);
       series.BindBlob(8, marked);
@@ -552,14 +552,16 @@ class ProjectReader {
     SqliteStatement rows(db_, "SELECT result, seq, cells FROM result_rows ORDER BY result, seq");
     while (rows.Step()) {
       auto& window = ResultAt(project, rows.Int(0));
-      if (!window.table || rows.Int(1) != static_cast<std::int64_t>(window.table->rows.size())) Bad("grid rows");
-      window.table->rows.push_back(Texts(rows.Blob(2), "grid row"));
+      if (!window.table || rows.Int(1) != static_cast<std::int64_t>(window.table->RowCount())) Bad("grid rows");
+      window.table->AddRow(Texts(rows.Blob(2), "grid row"));
     }
     SqliteStatement styles(db_, "SELECT * FROM result_row_styles ORDER BY result, seq");
     while (styles.Step()) {
       auto& window = ResultAt(project, styles.Int(0));
-      if (!window.table || styles.Int(1) != static_cast<std::int64_t>(window.table->rowStyles.size())) Bad("grid styles");
-      window.table->rowStyles.push_back({Color(styles, 2), Color(styles, 3), styles.Int(4) != 0});
+      if (!window.table || styles.Int(1) < 0 || styles.Int(1) >= static_cast<std::int64_t>(window.table->RowCount()))
+        Bad("grid styles");
+      window.table->SetRowStyle(static_cast<std::size_t>(styles.Int(1)),
+                                {Color(styles, 2), Color(styles, 3), styles.Int(4) != 0});
     }
 
     SqliteStatement charts(db_, "SELECT * FROM charts ORDER BY result, seq");

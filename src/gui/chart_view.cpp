@@ -28,7 +28,7 @@ QColor FillColor(const QColor& color) {
   return fill;
 }
 
-QVector<double> ToVector(const std::vector<double>& values) { return QVector<double>(values.begin(), values.end()); }
+QVector<double> ToVector(const shell::NumberSeries& values) { return QVector<double>(values.begin(), values.end()); }
 
 // The x values of a series: its own, or 1, 2, 3, ... when it has none.
 QVector<double> XValues(const shell::PlotSeries& series, std::size_t count) {
@@ -171,7 +171,7 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
         const std::size_t count = series.y.size() / 5;
         const QVector<double> x = XValues(series, count);
         for (std::size_t b = 0; b < count; ++b) {
-          const double* v = &series.y[b * 5];
+          const double* v = series.y.data() + b * 5;
           boxes->addData(x[static_cast<qsizetype>(b)], v[0], v[1], v[2], v[3], v[4]);
           for (int k = 0; k < 5; ++k) take(v[k], y_min, y_max);
           take(x[static_cast<qsizetype>(b)] - 0.5, x_min, x_max);

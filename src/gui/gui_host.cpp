@@ -46,7 +46,7 @@ shell::DialogOutcome GuiHost::RunDialog(shell::DialogModel& dialog) {
   return window.exec() == QDialog::Accepted ? shell::DialogOutcome::Accepted : shell::DialogOutcome::Cancelled;
 }
 
-void GuiHost::ShowResultWindow(shell::ResultWindow window) { window_.OpenResultWindow(window); }
+void GuiHost::ShowResultWindow(shell::ResultWindow window) { window_.OpenResultWindow(std::move(window)); }
 
 worksheet::Worksheet* GuiHost::ActiveWorksheet() {
   WorksheetWindow* sheet = window_.ActiveWorksheetWindow();

@@ -364,8 +364,8 @@ WorksheetWindow* MainWindow::OpenDataFile(const QString& path) {
   return window;
 }
 
-ResultWindowWidget* MainWindow::OpenResultWindow(const shell::ResultWindow& window) {
-  auto* widget = new ResultWindowWidget(window);
+ResultWindowWidget* MainWindow::OpenResultWindow(shell::ResultWindow window) {
+  auto* widget = new ResultWindowWidget(std::move(window));
   connect(widget, &ResultWindowWidget::givenLimitsRequested, this, &MainWindow::OpenGivenLimits);
   AddChild(widget);
   return widget;

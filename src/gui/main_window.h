@@ -51,7 +51,7 @@ class MainWindow : public QMainWindow {
   // cannot be read gives a message box and no window.
   WorksheetWindow* OpenDataFile(const QString& path);
   // Opens a result window as a child window.
-  ResultWindowWidget* OpenResultWindow(const shell::ResultWindow& window);
+  ResultWindowWidget* OpenResultWindow(shell::ResultWindow window);
   // Opens the given-limits dialog of the control chart made by tool `key`;
   // on OK the chart is drawn again in a new result window.
   void OpenGivenLimits(const QString& key);

@@ -10,6 +10,7 @@
 
 #include "charts/control_form.h"
 #include "gui/chart_view.h"
+#include "gui/result_grid_model.h"
 #include "worksheet/delimited_cells.h"
 #include "worksheet/sheet_edits.h"
 
@@ -21,14 +22,11 @@ QColor ToColor(shell::Rgb rgb) {
   return QColor((rgb.value >> 16) & 0xFF, (rgb.value >> 8) & 0xFF, rgb.value & 0xFF);
 }
 
-bool HasHeading(const shell::ResultTable& table) {
-  return std::any_of(table.columns.begin(), table.columns.end(), [](const std::string& c) { return !c.empty(); });
-}
-
 }  // namespace
 
-ResultWindowWidget::ResultWindowWidget(const shell::ResultWindow& window, QWidget* parent)
-    : QWidget(parent), record_(window) {
+ResultWindowWidget::ResultWindowWidget(shell::ResultWindow window_record, QWidget* parent)
+    : QWidget(parent), record_(std::move(window_record)) {
+  const shell::ResultWindow& window = record_;
   const bool control = window.kind == shell::WindowKind::ControlForm;
   setObjectName(QString::fromLatin1(shell::WindowKindName(window.kind)));
   setWindowTitle(QString::fromStdString(window.title));
@@ -76,42 +74,25 @@ ResultWindowWidget::ResultWindowWidget(const shell::ResultWindow& window, QWidge
   }
   if (split) tabs_->addTab(split, control ? QStringLiteral("Control Chart") : QStringLiteral("Chart"));
 
-  grid_ = new QTableWidget;
+  grid_ = new QTableView;
   grid_->setObjectName(QStringLiteral("DataView"));
   grid_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-  if (window.table) {
-    const shell::ResultTable& table = *window.table;
-    std::size_t width = table.columns.size();
-    for (const auto& row : table.rows) width = std::max(width, row.size());
-    grid_->setColumnCount(static_cast<int>(width));
-    grid_->setRowCount(static_cast<int>(table.rows.size()));
-    if (HasHeading(table)) {
-      QStringList heading;
-      for (const auto& column : table.columns) heading << QString::fromStdString(column);
-      while (heading.size() < static_cast<qsizetype>(width)) heading << QString();
-      grid_->setHorizontalHeaderLabels(heading);
-    } else {
-      grid_->horizontalHeader()->hide();
-    }
+  // A window without a grid shows an empty one.
+  static const shell::ResultTable kNoGrid;
+  grid_->setModel(new ResultGridModel(record_.table ? *record_.table : kNoGrid, grid_));
+  if (record_.table) {
+    const shell::ResultTable& table = *record_.table;
+    if (!table.HasHeading()) grid_->horizontalHeader()->hide();
     if (table.background) {
       QPalette palette = grid_->palette();
       palette.setColor(QPalette::Base, ToColor(*table.background));
       grid_->setPalette(palette);
     }
-    for (std::size_t r = 0; r < table.rows.size(); ++r) {
-      const shell::RowStyle& style = table.StyleOfRow(r);
-      for (std::size_t c = 0; c < table.rows[r].size(); ++c) {
-        auto* item = new QTableWidgetItem(QString::fromStdString(table.rows[r][c]));
-        if (style.background) item->setBackground(ToColor(*style.background));
-        if (style.foreground) item->setForeground(ToColor(*style.foreground));
-        if (style.bold) {
-          QFont font = item->font();
-          font.setBold(true);
-          item->setFont(font);
-        }
-        grid_->setItem(static_cast<int>(r), static_cast<int>(c), item);
-      }
-    }
+    // Rows keep one height, so scrolling a long grid never measures rows;
+    // columns are fitted to the first rows the user sees.
+    grid_->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    grid_->verticalHeader()->setDefaultSectionSize(grid_->fontMetrics().height() + 6);
+    grid_->horizontalHeader()->setResizeContentsPrecision(200);
     grid_->resizeColumnsToContents();
   }
   tabs_->addTab(grid_, QStringLiteral("Data"));
@@ -159,10 +140,16 @@ bool ResultWindowWidget::eventFilter(QObject* watched, QEvent* event) {
 QString ResultWindowWidget::GridText() const {
   std::vector<std::vector<std::string>> cells;
   if (record_.table) {
-    if (HasHeading(*record_.table)) cells.push_back(record_.table->columns);
-    for (const auto& row : record_.table->rows) cells.push_back(row);
+    const shell::ResultTable& table = *record_.table;
+    if (table.HasHeading()) cells.push_back(table.columns);
+    for (std::size_t r = 0; r < table.RowCount(); ++r) cells.push_back(table.Row(r));
   }
   return QString::fromStdString(worksheet::FormatDelimited(cells, '\t'));
+}
+
+QString ResultWindowWidget::CellText(int row, int column) const {
+  const QAbstractItemModel* model = grid_->model();
+  return model ? model->index(row, column).data().toString() : QString();
 }
 
 }  // namespace orvik::gui

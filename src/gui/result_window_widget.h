@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QPushButton>
-#include <QTableWidget>
+#include <QTableView>
 #include <QTabWidget>
 #include <QWidget>
 #include <vector>
@@ -18,13 +18,15 @@ class ResultWindowWidget : public QWidget {
   Q_OBJECT
 
  public:
-  explicit ResultWindowWidget(const shell::ResultWindow& window, QWidget* parent = nullptr);
+  explicit ResultWindowWidget(shell::ResultWindow window, QWidget* parent = nullptr);
 
   const shell::ResultWindow& Record() const { return record_; }
   const std::vector<ChartView*>& Charts() const { return charts_; }
   // The chart that commands act on: the one last clicked, else the first.
   ChartView* ActiveChart() const;
-  QTableWidget* DataView() const { return grid_; }
+  QTableView* DataView() const { return grid_; }
+  // The text the grid shows in a cell.
+  QString CellText(int row, int column) const;
   // Whether the window is a control chart that its command can draw again
   // with given limits: a ControlForm that knows its tool key.
   bool OffersGivenLimits() const;
@@ -45,7 +47,7 @@ class ResultWindowWidget : public QWidget {
  private:
   shell::ResultWindow record_;
   QTabWidget* tabs_ = nullptr;
-  QTableWidget* grid_ = nullptr;
+  QTableView* grid_ = nullptr;
   std::vector<ChartView*> charts_;
   ChartView* active_ = nullptr;
   QPushButton* given_limits_ = nullptr;

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "shell/number_series.h"
 #include "shell/result_table.h"
 
 namespace orvik::shell {
@@ -15,8 +16,8 @@ enum class SeriesType { Line, Points, Bar, Box };
 struct PlotSeries {
   std::string name;
   SeriesType type = SeriesType::Line;
-  std::vector<double> x;
-  std::vector<double> y;
+  NumberSeries x;
+  NumberSeries y;
   std::vector<long> marked;  // 1-based numbers of the points drawn as marked
   std::optional<Rgb> color;
   bool onSecondAxis = false;  // drawn against the right-hand value axis

@@ -1,9 +1,12 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
+
+#include "shell/grid_column.h"
 
 namespace orvik::shell {
 
@@ -24,21 +27,58 @@ struct RowStyle {
   std::optional<Rgb> background;
   std::optional<Rgb> foreground;
   bool bold = false;
+  bool IsPlain() const { return !background && !foreground && !bold; }
 };
 
-// The grid of a result window (`DataView`): cells hold the displayed texts,
-// never numbers, so every front-end shows exactly what the analysis wrote.
-struct ResultTable {
+// The grid of a result window (`DataView`). Every front-end shows exactly
+// the texts the analysis chose, but a cell's text is made only when it is
+// shown or written: the grid is a run of blocks, each either rows of texts
+// (reports, legends) or columns (a control chart's million points, its
+// limits repeated down the grid, its codes), so a large grid costs little
+// more than its numbers.
+class ResultTable {
+ public:
   // Captions of the heading row; empty strings where the grid has no heading.
   std::vector<std::string> columns;
-  std::vector<std::vector<std::string>> rows;
-  // Styles of rows by index; rows past the end are drawn plainly.
-  std::vector<RowStyle> rowStyles;
   // The grid's own background, where an analysis asks for one (white grids).
   std::optional<Rgb> background;
 
+  // Appends one row of texts.
   void AddRow(std::vector<std::string> cells, RowStyle style = {});
+  // Appends a block of rows held by columns; it is as long as its longest
+  // column, and shorter columns leave their lower cells empty.
+  void AddColumns(std::vector<GridColumn> block);
+  // Draws row `row` in `style`.
+  void SetRowStyle(std::size_t row, RowStyle style);
+
+  std::size_t RowCount() const { return row_count_; }
+  // The cells of row `row`: its texts, or the columns of its block.
+  std::size_t RowWidth(std::size_t row) const;
+  // The widest row or heading.
+  std::size_t Width() const;
+  // Appends the text of a cell to `out`; a cell past its row is empty.
+  void AppendCell(std::size_t row, std::size_t column, std::string& out) const;
+  std::string Cell(std::size_t row, std::size_t column) const;
+  std::vector<std::string> Row(std::size_t row) const;
+  // Every row as texts; for small grids (reports, tests).
+  std::vector<std::vector<std::string>> TextRows() const;
   const RowStyle& StyleOfRow(std::size_t row) const;
+  // The rows drawn in a style of their own, in row order.
+  const std::vector<std::pair<std::size_t, RowStyle>>& StyledRows() const { return styles_; }
+  bool HasHeading() const;
+
+ private:
+  struct Block {
+    std::size_t firstRow = 0;
+    std::size_t rowCount = 0;
+    std::vector<std::vector<std::string>> textRows;  // a block of texts
+    std::vector<GridColumn> columns;                 // or a block of columns
+  };
+  const Block& BlockOf(std::size_t row) const;
+
+  std::vector<Block> blocks_;
+  std::size_t row_count_ = 0;
+  std::vector<std::pair<std::size_t, RowStyle>> styles_;
 };
 
 }  // namespace orvik::shell

@@ -25,4 +25,10 @@ int DecimalPlaces(double x);
 // "0"; NaN as "NaN"; infinities as "Infinity" and "-Infinity".
 std::string FormatNumber(double x);
 
+// FormatNumber(x) appended to `text`.
+void AppendNumber(double x, std::string& text);
+// FormatNumber(Round(x, decimals)) appended to `text`, from one conversion
+// of x to decimal digits: result grids show millions of rounded values.
+void AppendRoundedNumber(double x, int decimals, std::string& text);
+
 }  // namespace orvik::stats

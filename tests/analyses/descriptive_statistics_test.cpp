@@ -19,7 +19,7 @@ using Rows = std::vector<std::vector<std::string>>;
 
 // The value column of the grid, keyed by the label column.
 std::string Cell(const shell::ResultWindow& window, const std::string& label) {
-  for (const auto& row : window.table->rows)
+  for (const auto& row : window.table->TextRows())
     if (row.at(0) == label) return row.at(1);
   return "<no row " + label + ">";
 }
@@ -45,7 +45,7 @@ TEST(DescriptiveStatisticsTest, OneToFourGivesTheTextbookSummary) {
       {"Q1", "1.25"},    {"Q3", "3.75"},          {"Interquartile range(IQR)", "2.5"},
       {"Coefficient of variation(CV)", "51.639778%"}, {"Sum", "10"},
   };
-  EXPECT_EQ(window.table->rows, expected);
+  EXPECT_EQ(window.table->TextRows(), expected);
   EXPECT_TRUE(host.Messages().empty());
   EXPECT_EQ(LogLines(host), (std::vector<std::string>{"Descriptive statistics analysis is starting",
                                                       "Descriptive statistics analysis is completed"}));

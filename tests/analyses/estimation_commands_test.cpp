@@ -30,10 +30,10 @@ TEST(MeanEstimationTest, EstimatedSigmaReportAndLogLines) {
   const shell::ResultTable& table = OnlyTable(host);
   EXPECT_EQ(table.columns, (Lines{"Confidence level", "CI for the mean"}));
   // 3 -+ t(0.05, 4) sqrt(2.5 / 5) = 3 -+ 2.1318468 * 0.7071068 = 3 -+ 1.5074433
-  EXPECT_EQ(table.rows[0], (Lines{"90.0%", "(1.49255668 , 4.50744332)"}));
-  EXPECT_EQ(table.rows[3], (Lines{"Descriptive statistics", ""}));
-  EXPECT_EQ(table.rows[6], (Lines{"Standard deviation", "1.58113883"}));
-  EXPECT_EQ(table.rows[7], (Lines{"Variance", "2.5"}));
+  EXPECT_EQ(table.TextRows()[0], (Lines{"90.0%", "(1.49255668 , 4.50744332)"}));
+  EXPECT_EQ(table.TextRows()[3], (Lines{"Descriptive statistics", ""}));
+  EXPECT_EQ(table.TextRows()[6], (Lines{"Standard deviation", "1.58113883"}));
+  EXPECT_EQ(table.TextRows()[7], (Lines{"Variance", "2.5"}));
 }
 
 TEST(MeanEstimationTest, GivenSigmaFromTheDialog) {
@@ -41,7 +41,7 @@ TEST(MeanEstimationTest, GivenSigmaFromTheDialog) {
                        {{"Estimation", "Inputsigma", "1"}, {"Estimation", "sigmatxt", "2"}});
   MeanEstimation(host);
   // 3 -+ 1.645 * 2 / sqrt(5) = 3 -+ 1.47133273
-  EXPECT_EQ(OnlyTable(host).rows[0], (Lines{"90.0%", "(1.52866727 , 4.47133273)"}));
+  EXPECT_EQ(OnlyTable(host).TextRows()[0], (Lines{"90.0%", "(1.52866727 , 4.47133273)"}));
 }
 
 TEST(MeanEstimationTest, RefusalsAndCancel) {
@@ -98,7 +98,7 @@ TEST(VarianceEstimationTest, ReportOfOneToFive) {
   const shell::ResultTable& table = OnlyTable(host);
   EXPECT_EQ(table.columns, (Lines{"Confidence level", "CI for the variance"}));
   // 10 / chi2(0.025 upper, 4) = 10 / 11.1432868 ; 10 / chi2(0.025 lower, 4) = 10 / 0.4844186
-  EXPECT_EQ(table.rows[1], (Lines{"95.0%", "(0.8974013 , 20.64330496)"}));
+  EXPECT_EQ(table.TextRows()[1], (Lines{"95.0%", "(0.8974013 , 20.64330496)"}));
 }
 
 TEST(VarianceEstimationTest, EightHundredTwoValuesShowTheZeroIntervals) {
@@ -107,11 +107,11 @@ TEST(VarianceEstimationTest, EightHundredTwoValuesShowTheZeroIntervals) {
   auto host = HostOver(rows, Block(1, 1, 1, 802));
   VarianceEstimation(host);
   const shell::ResultTable& table = OnlyTable(host);
-  for (int i = 0; i < 3; ++i) EXPECT_EQ(table.rows[i][1], "(0.000000 , 0.000000)");
+  for (int i = 0; i < 3; ++i) EXPECT_EQ(table.TextRows()[i][1], "(0.000000 , 0.000000)");
   rows.pop_back();
   auto within = HostOver(rows, Block(1, 1, 1, 801));
   VarianceEstimation(within);
-  EXPECT_NE(OnlyTable(within).rows[0][1], "(0.000000 , 0.000000)");
+  EXPECT_NE(OnlyTable(within).TextRows()[0][1], "(0.000000 , 0.000000)");
 }
 
 TEST(ProportionEstimationTest, CountsFromTheDialog) {
@@ -120,9 +120,9 @@ TEST(ProportionEstimationTest, CountsFromTheDialog) {
   EXPECT_EQ(LogLines(host), (Lines{"Estimation for 1-sample proportion is starting",
                                    "Estimation for 1-sample proportion is completed"}));
   const shell::ResultTable& table = OnlyTable(host);
-  EXPECT_EQ(table.rows[0], (Lines{"Estimate for the 1-sample proportion", "0.2"}));
+  EXPECT_EQ(table.TextRows()[0], (Lines{"Estimate for the 1-sample proportion", "0.2"}));
   // 0.2 -+ 1.645 sqrt(0.016) = 0.2 -+ 0.20807787
-  EXPECT_EQ(table.rows[2], (Lines{"90.0%", "(0.000000 , 0.40807787)"}));
+  EXPECT_EQ(table.TextRows()[2], (Lines{"90.0%", "(0.000000 , 0.40807787)"}));
 }
 
 TEST(ProportionEstimationTest, ImpossibleCountsAreRefused) {
@@ -143,16 +143,16 @@ TEST(DiffMeanTest, SelectionStepThenTheEstimation) {
                                    "Estimation for 2-sample mean(2-sample estimation) is completed"}));
   const shell::ResultTable& table = OnlyTable(host);
   EXPECT_EQ(table.columns, (Lines{"Confidence level", "CI for the difference of means"}));
-  EXPECT_EQ(table.rows[3], (Lines{"Population 1", ""}));
-  EXPECT_EQ(table.rows[4], (Lines{"N", "8"}));
-  EXPECT_EQ(table.rows[8], (Lines{"Population 2", ""}));
-  EXPECT_EQ(table.rows[9], (Lines{"N", "7"}));
+  EXPECT_EQ(table.TextRows()[3], (Lines{"Population 1", ""}));
+  EXPECT_EQ(table.TextRows()[4], (Lines{"N", "8"}));
+  EXPECT_EQ(table.TextRows()[8], (Lines{"Population 2", ""}));
+  EXPECT_EQ(table.TextRows()[9], (Lines{"N", "7"}));
 }
 
 TEST(DiffMeanTest, RightToLeftDragTakesTheRightColumnFirst) {
   auto host = HostOver({{"1", "10"}, {"2", "11"}, {"3", "13"}}, Block(2, 1, 1, 3));
   DiffMeanSelection(host);
-  EXPECT_EQ(OnlyTable(host).rows[5], (Lines{"Mean", "11.33333333"}));
+  EXPECT_EQ(OnlyTable(host).TextRows()[5], (Lines{"Mean", "11.33333333"}));
 }
 
 TEST(DiffMeanTest, RefusalsAndCancel) {
@@ -179,8 +179,8 @@ TEST(PairedDiffMeanTest, RowDifferencesAndTheSmapleBlock) {
                                    "Estimation for 2-sample mean(paired t estimation) is completed"}));
   const shell::ResultTable& table = OnlyTable(host);
   // Differences 2, 1, 3: mean 2, s = 1; 2 -+ t(0.025, 2) / sqrt 3 = 2 -+ 4.30265273 / 1.7320508
-  EXPECT_EQ(table.rows[1], (Lines{"95.0%", "(-0.48413771 , 4.48413771)"}));
-  EXPECT_EQ(table.rows[8], (Lines{"Smaple 2", ""}));
+  EXPECT_EQ(table.TextRows()[1], (Lines{"95.0%", "(-0.48413771 , 4.48413771)"}));
+  EXPECT_EQ(table.TextRows()[8], (Lines{"Smaple 2", ""}));
 }
 
 TEST(PairedDiffMeanTest, AValueWithoutItsPartnerIsImproper) {
@@ -219,7 +219,7 @@ TEST(TwoProportionEstimationTest, CountsFromTheDialog) {
   TwoProportionEstimation(host);
   EXPECT_EQ(LogLines(host), (Lines{"Estimation for 2-sample proportion is starting",
                                    "Estimation for 2-sample proportion is completed"}));
-  EXPECT_EQ(OnlyTable(host).rows[4], (Lines{"90.0%", "(-0.107575 , 0.007575)"}));
+  EXPECT_EQ(OnlyTable(host).TextRows()[4], (Lines{"90.0%", "(-0.107575 , 0.007575)"}));
 }
 
 }  // namespace

@@ -26,7 +26,7 @@ using Lines = std::vector<std::string>;
 
 // The value cell of the row labelled `label`.
 std::string Cell(const shell::ResultTable& table, const std::string& label) {
-  for (const auto& row : table.rows)
+  for (const auto& row : table.TextRows())
     if (row[0] == label) return row[1];
   return "<no row " + label + ">";
 }
@@ -41,8 +41,8 @@ TEST(MeanHypothesisTest, TOfZeroTwoSided) {
                                    {"2. Test statistics", ""}, {"t = 0", ""}, {"3. Test result", ""},
                                    {"p-value", "1.000000"}, {"significance level", "5%"},
                                    {"Result", "Fail to reject H0"}, {"Descriptive statistics", ""}};
-  ASSERT_GE(table.rows.size(), head.size());
-  for (std::size_t i = 0; i < head.size(); ++i) EXPECT_EQ(table.rows[i], head[i]) << i;
+  ASSERT_GE(table.TextRows().size(), head.size());
+  for (std::size_t i = 0; i < head.size(); ++i) EXPECT_EQ(table.TextRows()[i], head[i]) << i;
 }
 
 TEST(MeanHypothesisTest, OneSidedDirectionsAndGivenSigma) {
@@ -51,7 +51,7 @@ TEST(MeanHypothesisTest, OneSidedDirectionsAndGivenSigma) {
   MeanHypothesis(greater);
   const shell::ResultTable& g = OnlyTable(greater);
   EXPECT_EQ(Cell(g, "H1"), "mu > 1");
-  EXPECT_EQ(g.rows[4][0], "t = 2.828427");
+  EXPECT_EQ(g.TextRows()[4][0], "t = 2.828427");
   EXPECT_EQ(Cell(g, "p-value"), "0.023710");  // P(T4 > 2 sqrt 2)
   EXPECT_EQ(Cell(g, "Result"), "Reject H0");
 
@@ -62,7 +62,7 @@ TEST(MeanHypothesisTest, OneSidedDirectionsAndGivenSigma) {
   MeanHypothesis(less);
   const shell::ResultTable& l = OnlyTable(less);
   EXPECT_EQ(Cell(l, "H1"), "mu < 1");
-  EXPECT_EQ(l.rows[4][0], "Z = 2.981424");
+  EXPECT_EQ(l.TextRows()[4][0], "Z = 2.981424");
   const double p = reference::NormalLowerTail(2.0 / (1.5 / std::sqrt(5.0)));
   EXPECT_EQ(Cell(l, "p-value"), SixDecimals(p));
   EXPECT_EQ(Cell(l, "p-value"), "0.998565");
@@ -125,10 +125,10 @@ TEST(VarianceHypothesisTest, ChiSquareReportWithItsSingularHeading) {
   EXPECT_EQ(LogLines(host), (Lines{"Hypothesis test for 1-sample variance is starting",
                                    "Hypothesis test for 1-sample variance is completed"}));
   const shell::ResultTable& table = OnlyTable(host);
-  EXPECT_EQ(table.rows[1], (Lines{"H0", "sigma^2 = 1"}));
-  EXPECT_EQ(table.rows[2], (Lines{"H1", "sigma^2 >< 1"}));
-  EXPECT_EQ(table.rows[3][0], "2. Test statistic");
-  EXPECT_EQ(table.rows[4][0], "Chi-Square = 10");
+  EXPECT_EQ(table.TextRows()[1], (Lines{"H0", "sigma^2 = 1"}));
+  EXPECT_EQ(table.TextRows()[2], (Lines{"H1", "sigma^2 >< 1"}));
+  EXPECT_EQ(table.TextRows()[3][0], "2. Test statistic");
+  EXPECT_EQ(table.TextRows()[4][0], "Chi-Square = 10");
   EXPECT_EQ(Cell(table, "p-value"), SixDecimals(2 * reference::ChiSquareUpperTail(10, 4)));
 
   auto zero = HostOver(kFive, Block(1, 1, 1, 5), {{"MeanHypoth", "hypotxt", "0"}});
@@ -144,11 +144,11 @@ TEST(ProportionHypothesisTest, CountsAndHypothesisedProportion) {
   EXPECT_EQ(LogLines(host), (Lines{"Hypothesis test for 1-sample proportion is starting",
                                    "Hypothesis test for 1-sample proportion is completed"}));
   const shell::ResultTable& table = OnlyTable(host);
-  EXPECT_EQ(table.rows[1], (Lines{"H0", "p = 0.05"}));
-  EXPECT_EQ(table.rows[2], (Lines{"H1", "p > 0.05"}));
-  EXPECT_EQ(table.rows[4][0], "Z = 1.376494");
+  EXPECT_EQ(table.TextRows()[1], (Lines{"H0", "p = 0.05"}));
+  EXPECT_EQ(table.TextRows()[2], (Lines{"H1", "p > 0.05"}));
+  EXPECT_EQ(table.TextRows()[4][0], "Z = 1.376494");
   EXPECT_EQ(Cell(table, "p-value"), SixDecimals(reference::NormalUpperTail(3 / std::sqrt(4.75))));
-  EXPECT_EQ(table.rows.size(), 9u);
+  EXPECT_EQ(table.TextRows().size(), 9u);
 
   for (const std::string p0 : {"0", "1", "1.2", ""}) {
     auto refused = HostOver({}, {},
@@ -169,9 +169,9 @@ TEST(TwoProportionHypothesisTest, MisspeltDifferenceAndPooledZ) {
   EXPECT_EQ(LogLines(host), (Lines{"Hypothesis test for 2-sample proportion is starting",
                                    "Hypothesis test for 2-sample proportion is completed"}));
   const shell::ResultTable& table = OnlyTable(host);
-  EXPECT_EQ(table.rows[1], (Lines{"H0", "Proportion differnce = 0"}));
-  EXPECT_EQ(table.rows[2], (Lines{"H1", "Proportion differnce < 0"}));
-  EXPECT_EQ(table.rows[4][0], "Z = -1.382928");
+  EXPECT_EQ(table.TextRows()[1], (Lines{"H0", "Proportion differnce = 0"}));
+  EXPECT_EQ(table.TextRows()[2], (Lines{"H1", "Proportion differnce < 0"}));
+  EXPECT_EQ(table.TextRows()[4][0], "Z = -1.382928");
 
   auto zero = HostOver({}, {},
                        {{"TwoHypothProportion", "defect1txt", "0"}, {"TwoHypothProportion", "sample1txt", "10"},
@@ -187,12 +187,12 @@ TEST(TwoHypothVarianceTest, ReaultRowAndDirection) {
   EXPECT_EQ(LogLines(host), (Lines{"Hypothesis test for 2-sample variance is starting",
                                    "Hypothesis test for 2-sample variance is completed"}));
   const shell::ResultTable& table = OnlyTable(host);
-  EXPECT_EQ(table.rows[1], (Lines{"H0", "sigma^2_1= sigma^2_2"}));
-  EXPECT_EQ(table.rows[2], (Lines{"H1", "sigma^2_1> sigma^2_2"}));
-  EXPECT_EQ(table.rows[3][0], "2. Test statistics");
+  EXPECT_EQ(table.TextRows()[1], (Lines{"H0", "sigma^2_1= sigma^2_2"}));
+  EXPECT_EQ(table.TextRows()[2], (Lines{"H1", "sigma^2_1> sigma^2_2"}));
+  EXPECT_EQ(table.TextRows()[3][0], "2. Test statistics");
   // s1^2 = 0.06, s2^2 = 0.08285714: F = 0.724138 on 7 and 6 degrees of freedom.
-  EXPECT_EQ(table.rows[4][0], "F = 0.724138");
-  EXPECT_EQ(table.rows[8][0], "Reault");
+  EXPECT_EQ(table.TextRows()[4][0], "F = 0.724138");
+  EXPECT_EQ(table.TextRows()[8][0], "Reault");
   EXPECT_EQ(Cell(table, "p-value"), SixDecimals(reference::FUpperTail(0.06 / 0.082857142857, 7, 6)));
   EXPECT_EQ(Cell(table, "Reault"), "Fail to reject H0");
 
@@ -212,19 +212,19 @@ TEST(TwoHypothMeanTest, EqualAndUnequalVariance) {
   EXPECT_EQ(LogLines(pooled), (Lines{"Hypothesis for 2-sample mean(2-sample t test) is starting",
                                      "Hypothesis for 2-sample mean(2-sample t test) is completed"}));
   const shell::ResultTable& p = OnlyTable(pooled);
-  EXPECT_EQ(p.rows[1], (Lines{"H0", "mu1= mu2"}));
-  EXPECT_EQ(p.rows[2], (Lines{"H1", "mu1>< mu2"}));
-  EXPECT_EQ(p.rows[4][1], "(Assume equal variance)");
+  EXPECT_EQ(p.TextRows()[1], (Lines{"H0", "mu1= mu2"}));
+  EXPECT_EQ(p.TextRows()[2], (Lines{"H1", "mu1>< mu2"}));
+  EXPECT_EQ(p.TextRows()[4][1], "(Assume equal variance)");
 
   auto welch = HostOver(kTwoColumns, Block(1, 1, 2, 8), {{"TwoHypoth", "EqualVar", "0"}});
   TwoHypothMean(welch);
   const shell::ResultTable& w = OnlyTable(welch);
-  EXPECT_EQ(w.rows[4][1], "(Assume unequal variance)");
+  EXPECT_EQ(w.TextRows()[4][1], "(Assume unequal variance)");
   // Welch by hand: a = 0.06 / 8, b = 0.0828571428571 / 7.
   const double a = 0.06 / 8, b = 0.082857142857 / 7;
   const double t = (10.05 - 10.242857142857) / std::sqrt(a + b);
   const double df = (a + b) * (a + b) / (a * a / 7 + b * b / 6);
-  EXPECT_EQ(w.rows[4][0], "t = -1.386897");
+  EXPECT_EQ(w.TextRows()[4][0], "t = -1.386897");
   EXPECT_EQ(Cell(w, "p-value"), SixDecimals(2 * reference::TLowerTail(t, df)));
 
   auto few = HostOver({{"1", "2"}, {"2", ""}}, Block(1, 1, 2, 2));
@@ -243,10 +243,10 @@ TEST(TwoHypothPairedMeanTest, MissingBlankAfterTheTwoSidedOperator) {
   EXPECT_EQ(LogLines(host), (Lines{"Hypothesis for 2-sample mean(paired t test) is starting",
                                    "Hypothesis for 2-sample mean(paired t test) is completed"}));
   const shell::ResultTable& table = OnlyTable(host);
-  EXPECT_EQ(table.rows[1], (Lines{"H0", "Difference of means(μD) = 0"}));
-  EXPECT_EQ(table.rows[2], (Lines{"H1", "Difference of means(μD) ><0"}));
+  EXPECT_EQ(table.TextRows()[1], (Lines{"H0", "Difference of means(μD) = 0"}));
+  EXPECT_EQ(table.TextRows()[2], (Lines{"H1", "Difference of means(μD) ><0"}));
   // Differences 2, 1, 3: t = 2 / (1 / sqrt 3) = 3.464102 on 2 degrees of freedom.
-  EXPECT_EQ(table.rows[4][0], "t = 3.464102");
+  EXPECT_EQ(table.TextRows()[4][0], "t = 3.464102");
   EXPECT_EQ(Cell(table, "p-value"), SixDecimals(2 * reference::TUpperTail(2 * std::sqrt(3.0), 2)));
   EXPECT_EQ(Cell(table, "Smaple 2"), "");
 

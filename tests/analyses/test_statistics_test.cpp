@@ -192,7 +192,7 @@ TEST(TestTableTest, ThreeSectionsWithFixedPValueTextAndDecision) {
       {"1. Hypothesis", ""},     {"H0", "sigma^2_1= sigma^2_2"}, {"H1", "sigma^2_1>< sigma^2_2"},
       {"2. Test statistics", ""}, {"F = 0.724138", ""},          {"3. Test result", ""},
       {"p-value", "0.050000"},   {"significance level", "5%"},  {"Reault", "Fail to reject H0"}};
-  EXPECT_EQ(table.rows, expected);
+  EXPECT_EQ(table.TextRows(), expected);
 
   report.statisticHeading = "2. Test statistic";
   report.statisticLabel = "Chi-Square = ";
@@ -200,11 +200,11 @@ TEST(TestTableTest, ThreeSectionsWithFixedPValueTextAndDecision) {
   report.statistic = {10.0, 1e-9};
   report.alphaPercent = 1;
   const shell::ResultTable other = TestTable(report);
-  EXPECT_EQ(other.rows[3][0], "2. Test statistic");
-  EXPECT_EQ(other.rows[4][0], "Chi-Square = 10");
-  EXPECT_EQ(other.rows[6][1], "0.000000");
-  EXPECT_EQ(other.rows[7][1], "1%");
-  EXPECT_EQ(other.rows[8], (std::vector<std::string>{"Result", "Reject H0"}));
+  EXPECT_EQ(other.TextRows()[3][0], "2. Test statistic");
+  EXPECT_EQ(other.TextRows()[4][0], "Chi-Square = 10");
+  EXPECT_EQ(other.TextRows()[6][1], "0.000000");
+  EXPECT_EQ(other.TextRows()[7][1], "1%");
+  EXPECT_EQ(other.TextRows()[8], (std::vector<std::string>{"Result", "Reject H0"}));
 }
 
 }  // namespace

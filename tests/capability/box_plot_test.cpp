@@ -52,7 +52,7 @@ TEST(BoxPlotViewTest, OneColumnOfTheGridAndOneBoxPerDataColumn) {
   ASSERT_EQ(host.Windows().size(), 1u);
   const auto& window = host.Windows()[0];
   EXPECT_EQ(window.table->columns, (std::vector<std::string>{"", "A", "B"}));
-  EXPECT_EQ(window.table->rows, (std::vector<std::vector<std::string>>{
+  EXPECT_EQ(window.table->TextRows(), (std::vector<std::vector<std::string>>{
                                     {"N", "4", "3"},
                                     {"Minimum", "1", "10"},
                                     {"Q1", "1.25", "10"},

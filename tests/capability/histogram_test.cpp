@@ -107,7 +107,7 @@ TEST(HistogramViewTest, ThreeValuesGiveFourClassesAndTheEightColumnTable) {
             (std::vector<std::string>{"No.", "Lower class limit", "Upper class limit", "Center", "Frequency",
                                       "Relative frequency", "Cumulative frequency", "Cumulative relative frequency"}));
   // min 1: p = 1, h = Round(3 / 3, 1) = 1, first lower limit 1 - Round((4 - 3) / 2, 1) = 0.5.
-  EXPECT_EQ(table.rows, (std::vector<std::vector<std::string>>{
+  EXPECT_EQ(table.TextRows(), (std::vector<std::vector<std::string>>{
                             {"1", "0.5", "1.5", "1", "1", "0.333333", "1", "0.333333"},
                             {"2", "1.5", "2.5", "2", "1", "0.333333", "2", "0.666667"},
                             {"3", "2.5", "3.5", "3", "0", "0", "2", "0.666667"},

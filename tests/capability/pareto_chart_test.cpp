@@ -61,7 +61,7 @@ TEST(ParetoSelectionTest, ShowsTheSixColumnTableAndBothSeries) {
   const auto& window = host.Windows()[0];
   EXPECT_EQ(window.table->columns, (std::vector<std::string>{"No.", "Item", "Quantity", "Percent(%)",
                                                              "Cumulative quantity", "Cumulative percent(%)"}));
-  EXPECT_EQ(window.table->rows, (std::vector<std::vector<std::string>>{
+  EXPECT_EQ(window.table->TextRows(), (std::vector<std::vector<std::string>>{
                                     {"1", "Scratch", "48", "52.1739", "48", "52.1739"},
                                     {"2", "Run", "22", "23.913", "70", "76.087"},
                                     {"3", "Dent", "17", "18.4783", "87", "94.5652"},

@@ -134,7 +134,7 @@ TEST(CapabilityTableTest, SixteenRowsWithStarsForTheSideNotInUse) {
   upper.UseLower = false;
   const shell::ResultTable table = CapabilityTable(*ComputeCapability(kTen, upper).result);
   std::vector<std::string> labels, values;
-  for (const auto& row : table.rows) labels.push_back(row.at(0)), values.push_back(row.at(1));
+  for (const auto& row : table.TextRows()) labels.push_back(row.at(0)), values.push_back(row.at(1));
   EXPECT_EQ(labels, (std::vector<std::string>{"N", "Mean", "Variance", "Standard deviation", "Cp", "Cpk", "Cpu",
                                               "Cpl", "Pp", "Ppk", "Ppu", "Ppl", "Nonconformity rate(ppm)",
                                               "Potential nonconformity rate(ppm)", "Long-term sigma level",

@@ -31,16 +31,16 @@ TEST(XbarRViewTest, GridLegendLabelsAndLogLines) {
   const shell::ResultTable& table = *window.table;
   EXPECT_EQ(table.columns, (Lines{"xbar", "xbar UCL", "xbar CL", "xbar LCL", "xbar Code", "R", "R UCL", "R CL",
                                   "R LCL", "R Code"}));
-  ASSERT_EQ(table.rows.size(), 3u + 13u);
-  EXPECT_EQ(table.rows[0], (Lines{"2", "5.50666667", "3", "0.49333333", "", "2", "4.356", "1.33333333", "0", ""}));
-  EXPECT_EQ(table.rows[2][0], "5");
+  ASSERT_EQ(table.TextRows().size(), 3u + 13u);
+  EXPECT_EQ(table.TextRows()[0], (Lines{"2", "5.50666667", "3", "0.49333333", "", "2", "4.356", "1.33333333", "0", ""}));
+  EXPECT_EQ(table.TextRows()[2][0], "5");
   // The legend: an empty row, the blue heading, the eleven code lines.
-  EXPECT_EQ(table.rows[3], Lines(10, ""));
-  EXPECT_EQ(table.rows[4][0], " [xbar & R Code] ");
+  EXPECT_EQ(table.TextRows()[3], Lines(10, ""));
+  EXPECT_EQ(table.TextRows()[4][0], " [xbar & R Code] ");
   EXPECT_EQ(table.StyleOfRow(4).foreground, shell::kBlue);
-  EXPECT_EQ(table.rows[5][0], " * : outside the control limits");
-  EXPECT_EQ(table.rows[6][0], " Run: successive points appear on the one side of the centerline");
-  EXPECT_EQ(table.rows[15][0], " I : at least four out of 10 successive points fall in between 2sigma and 3sigma ");
+  EXPECT_EQ(table.TextRows()[5][0], " * : outside the control limits");
+  EXPECT_EQ(table.TextRows()[6][0], " Run: successive points appear on the one side of the centerline");
+  EXPECT_EQ(table.TextRows()[15][0], " I : at least four out of 10 successive points fall in between 2sigma and 3sigma ");
 
   ASSERT_EQ(window.charts.size(), 2u);
   const shell::ChartSeries& upper = window.charts[0];
@@ -62,8 +62,8 @@ TEST(XbarRViewTest, OutOfLimitPointsAreCodedAndMarked) {
   XbarRView(host);
   ASSERT_EQ(host.Windows().size(), 1u);
   const auto& window = host.Windows()[0];
-  EXPECT_EQ(window.table->rows[5][4], "* ");
-  EXPECT_EQ(window.table->rows[4][4], "");
+  EXPECT_EQ(window.table->TextRows()[5][4], "* ");
+  EXPECT_EQ(window.table->TextRows()[4][4], "");
   EXPECT_EQ(window.charts[0].series[0].marked, (std::vector<long>{6}));
 }
 
@@ -146,7 +146,7 @@ TEST(StandaloneChartsTest, TitlesHeadingsAndLines) {
     EXPECT_EQ(window.title, c.title);
     EXPECT_EQ(window.charts.size(), 1u);
     EXPECT_EQ(window.table->columns, (Lines{c.statistic, "UCL", "CL", "LCL", "Out-of-control Code"}));
-    EXPECT_EQ(window.table->rows.at(window.table->rows.size() - 12)[0], " [Out-of-control Code] ");
+    EXPECT_EQ(window.table->TextRows().at(window.table->TextRows().size() - 12)[0], " [Out-of-control Code] ");
     EXPECT_EQ(LogLines(host), (Lines{std::string(c.log_name) + " control chart generation is starting",
                                      std::string(c.log_name) + " control chart generation is completed"}));
   }
@@ -160,7 +160,7 @@ TEST(XbarSViewTest, TwoChartsOfMeansAndStandardDeviations) {
   EXPECT_EQ(window.title, "xbar-s control chart");
   EXPECT_EQ(window.table->columns[5], "s");
   EXPECT_EQ(window.table->columns[9], "s Code");
-  EXPECT_EQ(window.table->rows[4][0], " [xbar & s Code] ");
+  EXPECT_EQ(window.table->TextRows()[4][0], " [xbar & s Code] ");
   EXPECT_EQ(window.charts[1].series[0].y, (std::vector<double>{1, 2, 0}));
 }
 
@@ -187,9 +187,9 @@ TEST(XMRViewTest, MovingRangesStandBesideTheirSecondSample) {
   EXPECT_EQ(window.title, "x-MR control chart");
   EXPECT_EQ(window.table->columns[0], "x");
   EXPECT_EQ(window.table->columns[5], "MR");
-  EXPECT_EQ(window.table->rows[0], (Lines{"10", "17.72", "12.4", "7.08", "", "", "", "", "", ""}));
-  EXPECT_EQ(window.table->rows[1], (Lines{"12", "17.72", "12.4", "7.08", "", "2", "6.534", "2", "0", ""}));
-  EXPECT_EQ(window.table->rows[6][0], " [x & MR Code] ");
+  EXPECT_EQ(window.table->TextRows()[0], (Lines{"10", "17.72", "12.4", "7.08", "", "", "", "", "", ""}));
+  EXPECT_EQ(window.table->TextRows()[1], (Lines{"12", "17.72", "12.4", "7.08", "", "2", "6.534", "2", "0", ""}));
+  EXPECT_EQ(window.table->TextRows()[6][0], " [x & MR Code] ");
   EXPECT_EQ(window.charts[1].series[0].name, "Moving Range");
   EXPECT_EQ(window.charts[1].series[0].x, (std::vector<double>{2, 3, 4, 5}));
 }
@@ -202,7 +202,7 @@ TEST(MRViewTest, CentreLineUnroundedAndLabelsToSixPlaces) {
   const auto& window = host.Windows()[0];
   // The lower sigma line is 1/3 - 0.6666666666/3, so the two zero ranges
   // fall in the lower zone and rule G marks all three points.
-  EXPECT_EQ(window.table->rows[0], (Lines{"1", "1.089", "0.333333333333333", "0", "G "}));
+  EXPECT_EQ(window.table->TextRows()[0], (Lines{"1", "1.089", "0.333333333333333", "0", "G "}));
   EXPECT_EQ(window.charts[0].lines[1].label, "CL= 0.333333");
   EXPECT_EQ(window.charts[0].lines[0].label, "UCL= 1.089");
 
@@ -221,7 +221,7 @@ TEST(CViewTest, CountsLimitsAndTheZeroFloor) {
   const auto& window = host.Windows()[0];
   EXPECT_EQ(window.title, "c control chart");
   EXPECT_EQ(window.table->columns, (Lines{"c", "UCL", "CL", "LCL", "Out-of-control Code"}));
-  EXPECT_EQ(window.table->rows[0], (Lines{"2", "10", "4", "0", ""}));
+  EXPECT_EQ(window.table->TextRows()[0], (Lines{"2", "10", "4", "0", ""}));
   EXPECT_EQ(window.charts[0].lines[2].label, "LCL= 0");
   EXPECT_EQ(LogLines(host), (Lines{"c control chart generation is starting", "c control chart generation is completed"}));
 }
@@ -294,7 +294,7 @@ TEST(PointInformationTest, ChartsAnswerByTheWindowTitle) {
 
   // A series that carries no x values is numbered as it is drawn, 1 to N.
   shell::ResultWindow bare = c.Windows().at(0);
-  bare.charts.at(0).series.at(0).x.clear();
+  bare.charts.at(0).series.at(0).x = {};
   EXPECT_EQ(PointInformation(bare, "ChartOne", 3), "Number: 3 | Value: 6");
   EXPECT_EQ(PointInformation(bare, "ChartOne", 4), std::nullopt);
 }

@@ -94,8 +94,8 @@ TEST(GivenLimitsChartTest, GivenLimitsReplaceTheComputedOnesDownstream) {
   OpenGivenLimits(host, "mnuC");
   ASSERT_EQ(host.Windows().size(), 1u);
   const auto& window = host.Windows()[0];
-  EXPECT_EQ(window.table->rows[0], (std::vector<std::string>{"2", "5", "4", "3", "* "}));
-  EXPECT_EQ(window.table->rows[2][4], "* ");
+  EXPECT_EQ(window.table->TextRows()[0], (std::vector<std::string>{"2", "5", "4", "3", "* "}));
+  EXPECT_EQ(window.table->TextRows()[2][4], "* ");
   EXPECT_EQ(window.charts[0].lines[0].label, "UCL= 5");
   EXPECT_EQ(window.charts[0].series[0].marked, (std::vector<long>{1, 3}));
   EXPECT_EQ(LogLines(host).back(), "c control chart generation is completed");
@@ -107,7 +107,7 @@ TEST(GivenLimitsChartTest, TheOneChartSetLeavesTheLowerChartComputed) {
   host.Settings().givenLimits.charts[0] = {"100", "50", "-10"};
   XbarRView(host);
   ASSERT_EQ(host.Windows().size(), 1u);
-  const auto& row = host.Windows()[0].table->rows[0];
+  const auto row = host.Windows()[0].table->TextRows()[0];
   EXPECT_EQ(row[1], "100");
   EXPECT_EQ(row[6], "4.356");  // R UCL from the data
 }

@@ -25,7 +25,7 @@ TEST(JsonWriterTest, NumbersCarryTheirFullValue) {
   for (const double value : values) EXPECT_EQ(std::strtod(ExactNumberText(value).c_str(), nullptr), value);
   EXPECT_EQ(ExactNumberText(200), "200");
   JsonWriter json;
-  json.NumberArray({std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity(), 1});
+  json.NumberArray(std::vector<double>{std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity(), 1});
   EXPECT_EQ(json.Text(), "[null,null,1]");
 }
 

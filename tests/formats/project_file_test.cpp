@@ -54,7 +54,6 @@ Project AwkwardProject() {
   control.table->columns = {"No.", "xbar", "", "R"};
   control.table->AddRow({"1", "10.25", "", "0.5"});
   control.table->AddRow({"Legend", "UCL=\"1\"", "a\nb", ""}, {shell::kBlue, shell::kWhite, true});
-  control.table->rowStyles.resize(5);  // styles past the rows are kept too
   control.table->background = shell::kWhite;
   shell::ChartSeries& one = control.Chart("ChartOne");
   one.title = "xbar";

@@ -79,7 +79,7 @@ inline void ExpectSameSheet(const worksheet::Worksheet& got, const worksheet::Wo
 }
 
 // Doubles compare by their bits, so NaN, -0 and infinities must survive too.
-inline std::vector<std::uint64_t> Bits(const std::vector<double>& values) {
+inline std::vector<std::uint64_t> Bits(const shell::NumberSeries& values) {
   std::vector<std::uint64_t> bits;
   for (double value : values) bits.push_back(std::bit_cast<std::uint64_t>(value));
   return bits;
@@ -97,7 +97,10 @@ inline auto RunKey(const worksheet::SheetFormats::Run& r) {
   const auto& c = r.change;
   return std::tuple(r.block, c.bold, c.italic, c.underline, c.alignment, c.foreground, c.background);
 }
-inline auto StyleKey(const shell::RowStyle& s) { return std::tuple(s.background, s.foreground, s.bold); }
+inline auto StyleKey(const std::pair<std::size_t, shell::RowStyle>& styled) {
+  const auto& [row, s] = styled;
+  return std::tuple(row, s.background, s.foreground, s.bold);
+}
 inline auto SeriesKey(const shell::PlotSeries& s) {
   return std::tuple(s.name, s.type, Bits(s.x), Bits(s.y), s.marked, s.color, s.onSecondAxis);
 }
@@ -120,8 +123,8 @@ inline void ExpectSameResult(const shell::ResultWindow& got, const shell::Result
   ASSERT_EQ(got.table.has_value(), want.table.has_value());
   if (want.table) {
     EXPECT_EQ(got.table->columns, want.table->columns);
-    EXPECT_EQ(got.table->rows, want.table->rows);
-    EXPECT_EQ(Keys(got.table->rowStyles, StyleKey), Keys(want.table->rowStyles, StyleKey));
+    EXPECT_EQ(got.table->TextRows(), want.table->TextRows());
+    EXPECT_EQ(Keys(got.table->StyledRows(), StyleKey), Keys(want.table->StyledRows(), StyleKey));
     EXPECT_EQ(got.table->background, want.table->background);
   }
   EXPECT_EQ(Keys(got.charts, ChartKey), Keys(want.charts, ChartKey));

@@ -377,8 +377,8 @@ class MainWindowTest : public QObject {
     gui::ResultWindowWidget* redrawn = window_->ActiveResultWindow();
     QVERIFY(redrawn);
     QCOMPARE(redrawn->windowTitle(), QStringLiteral("xbar-R control chart"));
-    QCOMPARE(redrawn->DataView()->item(0, 1)->text(), QStringLiteral("25.01"));
-    QCOMPARE(redrawn->DataView()->item(0, 8)->text(), QStringLiteral("0"));
+    QCOMPARE(redrawn->CellText(0, 1), QStringLiteral("25.01"));
+    QCOMPARE(redrawn->CellText(0, 8), QStringLiteral("0"));
     QVERIFY(LineLabels(redrawn->Charts().at(0)).contains(QStringLiteral("UCL= 25.01")));
     QVERIFY(LineLabels(redrawn->Charts().at(1)).contains(QStringLiteral("CL= 0.01")));
 
@@ -400,7 +400,7 @@ class MainWindowTest : public QObject {
     gui::ResultWindowWidget* chart = window_->ActiveResultWindow();
     QVERIFY(chart && chart->GivenLimitsButton());
     QCOMPARE(chart->GivenLimitsButton()->text(), QStringLiteral("Given limits..."));
-    const QString computed_ucl = chart->DataView()->item(0, 1)->text();
+    const QString computed_ucl = chart->CellText(0, 1);
 
     // Cancel changes nothing and opens no window.
     std::vector<std::string> opened;
@@ -428,8 +428,8 @@ class MainWindowTest : public QObject {
     QCOMPARE(opened.size(), std::size_t{2});
     QCOMPARE(window_->DocumentWindowCount(), 3);
     gui::ResultWindowWidget* given = window_->ActiveResultWindow();
-    QCOMPARE(given->DataView()->item(0, 1)->text(), QStringLiteral("12"));
-    QCOMPARE(given->DataView()->item(0, 3)->text(), QStringLiteral("-1"));
+    QCOMPARE(given->CellText(0, 1), QStringLiteral("12"));
+    QCOMPARE(given->CellText(0, 3), QStringLiteral("-1"));
     QVERIFY(given->GivenLimitsButton());
 
     // Back to limits from the data.
@@ -439,7 +439,7 @@ class MainWindowTest : public QObject {
     });
     given->GivenLimitsButton()->click();
     QCOMPARE(window_->DocumentWindowCount(), 4);
-    QCOMPARE(window_->ActiveResultWindow()->DataView()->item(0, 1)->text(), computed_ucl);
+    QCOMPARE(window_->ActiveResultWindow()->CellText(0, 1), computed_ucl);
     QVERIFY(asked_.empty());
   }
 

@@ -120,11 +120,11 @@ class ProjectActionsTest : public QObject {
     auto* result = qobject_cast<gui::ResultWindowWidget*>(
         reopened->Mdi()->subWindowList(QMdiArea::CreationOrder).at(1)->widget());
     QVERIFY(result);
-    QCOMPARE(result->Record().table->rows, saved.results[0].window.table->rows);
-    QCOMPARE(result->Record().table->rowStyles[0].background, std::optional<shell::Rgb>(shell::kBlue));
+    QCOMPARE(result->Record().table->TextRows(), saved.results[0].window.table->TextRows());
+    QCOMPARE(result->Record().table->StyleOfRow(0).background, std::optional<shell::Rgb>(shell::kBlue));
     QCOMPARE(result->Record().charts[0].series[0].y, (std::vector<double>{10.25, 10.75}));
     QCOMPARE(result->Record().charts[0].lines[0].label, std::string("UCL= 11.5"));
-    QCOMPARE(result->DataView()->item(0, 1)->text(), QStringLiteral("10.25"));
+    QCOMPARE(result->CellText(0, 1), QStringLiteral("10.25"));
     QCOMPARE(reopened->Mdi()->activeSubWindow()->windowTitle(), QStringLiteral("Line 2"));
     QVERIFY(reopened->DocumentMenusEnabled());
     QVERIFY(!reopened->Projects().IsModified());

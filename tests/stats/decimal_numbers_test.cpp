@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <limits>
+#include <random>
 
 namespace orvik::stats {
 namespace {
@@ -70,6 +71,23 @@ TEST(FormatNumberTest, ReadsBackToTheRoundedValue) {
   for (int i = 1; i < 20000; ++i) {
     const double value = Round(i * 0.0137 - 91.3, i % 9);
     EXPECT_EQ(std::stod(FormatNumber(value)), value) << value;
+  }
+}
+
+TEST(FormatNumberTest, RoundedTextInOnePassMatchesRoundThenFormat) {
+  // The grids' one-conversion path must show exactly what rounding the
+  // value and formatting the result shows, over magnitudes, signs, ties,
+  // carries (9.995) and values with more than 15 digits after rounding.
+  std::mt19937_64 random(20261124);
+  std::uniform_real_distribution<double> mantissa(-10.0, 10.0);
+  std::uniform_int_distribution<int> exponent(-12, 18), places(-3, 14);
+  std::vector<double> values = {9.995, 0.125, 2.675, -1.5, 0.5, 99999.999999999, 12345678.123456789, 1e-300, 5e-9};
+  for (int i = 0; i < 200000; ++i) values.push_back(mantissa(random) * std::pow(10.0, exponent(random)));
+  for (const double x : values) {
+    const int d = places(random);
+    std::string text;
+    AppendRoundedNumber(x, d, text);
+    ASSERT_EQ(text, FormatNumber(Round(x, d))) << x << " to " << d;
   }
 }
 

@@ -1,0 +1,75 @@
+#include "shell/grid_column.h"
+
+#include <unordered_map>
+
+#include "stats/decimal_numbers.h"
+
+namespace orvik::shell {
+
+void NumberDisplay::Append(double value, std::string& out) const {
+  if (rounded) stats::AppendRoundedNumber(value, decimals, out);
+  else stats::AppendNumber(value, out);
+}
+
+GridColumn GridColumn::Texts(std::vector<std::string> texts) {
+  GridColumn column;
+  column.length_ = texts.size();
+  column.cells_ = TextCells{std::move(texts)};
+  return column;
+}
+
+GridColumn GridColumn::Numbers(NumberSeries values, NumberDisplay display) {
+  GridColumn column;
+  column.length_ = values.size();
+  column.cells_ = NumberCells{std::move(values), display};
+  return column;
+}
+
+GridColumn GridColumn::Repeated(std::string text, std::size_t count) {
+  GridColumn column;
+  column.length_ = count;
+  column.cells_ = RepeatedCell{std::move(text)};
+  return column;
+}
+
+GridColumn GridColumn::Codes(const std::vector<std::string>& codes) {
+  CodeCells cells;
+  cells.distinct.push_back("");
+  std::unordered_map<std::string, std::uint32_t> index_of{{"", 0}};
+  cells.indices.reserve(codes.size());
+  for (const std::string& code : codes) {
+    const auto [it, added] = index_of.try_emplace(code, static_cast<std::uint32_t>(cells.distinct.size()));
+    if (added) cells.distinct.push_back(code);
+    cells.indices.push_back(it->second);
+  }
+  GridColumn column;
+  column.length_ = codes.size();
+  column.cells_ = std::move(cells);
+  return column;
+}
+
+GridColumn& GridColumn::StartingAt(std::size_t row) {
+  first_ = row;
+  return *this;
+}
+
+void GridColumn::AppendCell(std::size_t row, std::string& out) const {
+  if (row < first_ || row >= first_ + length_) return;
+  const std::size_t i = row - first_;
+  switch (cells_.index()) {
+    case 0: out += std::get<TextCells>(cells_).texts[i]; return;
+    case 1: {
+      const auto& numbers = std::get<NumberCells>(cells_);
+      numbers.display.Append(numbers.values[i], out);
+      return;
+    }
+    case 2: out += std::get<RepeatedCell>(cells_).text; return;
+    case 3: {
+      const auto& codes = std::get<CodeCells>(cells_);
+      out += codes.distinct[codes.indices[i]];
+      return;
+    }
+  }
+}
+
+}  // namespace orvik::shell

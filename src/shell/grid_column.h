@@ -1,0 +1,68 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "shell/number_series.h"
+
+namespace orvik::shell {
+
+// How a grid shows a number: the shortest text of at most 15 significant
+// digits ("2.5", "1.666667"), either of the value itself or of the value
+// rounded to a number of decimal places first, as the analyses store them.
+struct NumberDisplay {
+  bool rounded = false;
+  int decimals = 0;
+
+  static NumberDisplay Shortest() { return {}; }
+  static NumberDisplay RoundedTo(int places) { return {true, places}; }
+  // Appends the displayed text of `value` to `out`.
+  void Append(double value, std::string& out) const;
+};
+
+// One column of a block of grid rows, holding its cells in the cheapest
+// form that gives back their texts: texts as written; numbers shown by a
+// display rule (shared with the chart that plots them); one text repeated
+// down the column (a control limit); or short codes drawn from a small set
+// (out-of-control codes). Rows above `firstRow` are empty, so a column can
+// start lower than its neighbours (a moving range starts at sample 2).
+class GridColumn {
+ public:
+  static GridColumn Texts(std::vector<std::string> texts);
+  static GridColumn Numbers(NumberSeries values, NumberDisplay display);
+  static GridColumn Repeated(std::string text, std::size_t count);
+  static GridColumn Codes(const std::vector<std::string>& codes);
+
+  // Moves the column down so that its first cell stands in row `row`.
+  GridColumn& StartingAt(std::size_t row);
+
+  // The rows the column reaches, empty ones above it included.
+  std::size_t RowCount() const { return first_ + length_; }
+  // Appends the text of the cell in `row` (nothing for an empty cell).
+  void AppendCell(std::size_t row, std::string& out) const;
+
+ private:
+  struct TextCells {
+    std::vector<std::string> texts;
+  };
+  struct NumberCells {
+    NumberSeries values;
+    NumberDisplay display;
+  };
+  struct RepeatedCell {
+    std::string text;
+  };
+  struct CodeCells {
+    std::vector<std::uint32_t> indices;  // into `distinct`
+    std::vector<std::string> distinct;
+  };
+
+  std::variant<TextCells, NumberCells, RepeatedCell, CodeCells> cells_;
+  std::size_t first_ = 0;
+  std::size_t length_ = 0;
+};
+
+}  // namespace orvik::shell
