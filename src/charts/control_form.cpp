@@ -86,9 +86,7 @@ void AppendChartColumns(const ControlChart& chart, std::size_t first_row, std::v
                       .StartingAt(first_row));
   for (const double limit : {chart.limits.UCL, chart.limits.CL, chart.limits.LCL})
     block.push_back(shell::GridColumn::Repeated(FormatNumber(limit), count).StartingAt(first_row));
-  std::vector<std::string> codes = chart.codes;
-  codes.resize(count);
-  block.push_back(shell::GridColumn::Codes(codes).StartingAt(first_row));
+  block.push_back(shell::GridColumn::Codes(chart.codes, count).StartingAt(first_row));
 }
 
 void AppendLegend(shell::ResultTable& table, const std::string& heading, std::size_t width) {

@@ -40,6 +40,9 @@ class JsonWriter {
     for (const double value : values) Number(value);
     return EndArray();
   }
+  // One string of the array just begun, without the bookkeeping of String:
+  // for the millions of cells of a grid. `first` for its first element.
+  JsonWriter& StringArrayElement(std::string_view value, bool first);
   // Raw text placed as it is, for example a line break after the document.
   JsonWriter& Raw(std::string_view text);
 

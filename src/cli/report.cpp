@@ -64,16 +64,10 @@ void WriteWindow(JsonWriter& json, const shell::ResultWindow& window) {
   if (window.table) {
     const shell::ResultTable& table = *window.table;
     json.BeginObject().Key("columns").StringArray(table.columns).Key("rows").BeginArray();
-    std::string cell;
-    for (std::size_t r = 0; r < table.RowCount(); ++r) {
-      json.BeginArray();
-      for (std::size_t c = 0, width = table.RowWidth(r); c < width; ++c) {
-        cell.clear();
-        table.AppendCell(r, c, cell);
-        json.String(cell);
-      }
-      json.EndArray();
-    }
+    bool first = true;
+    table.ForEachRow([&](std::size_t) { json.BeginArray(), first = true; },
+                     [&](const std::string& cell) { json.StringArrayElement(cell, first), first = false; },
+                     [&] { json.EndArray(); });
     json.EndArray().EndObject();
   } else {
     json.Null();
@@ -99,19 +93,17 @@ void WriteAlignedTable(const shell::ResultTable& table, std::ostream& out) {
   // widths, one to write.
   const bool has_heading = table.HasHeading();
   const auto each_line = [&](auto&& visit) {
-    std::string cell;
     if (has_heading) {
       for (std::size_t c = 0; c < table.columns.size(); ++c) visit(c, table.columns.size(), table.columns[c]);
     }
-    for (std::size_t r = 0; r < table.RowCount(); ++r) {
-      const std::size_t width = table.RowWidth(r);
-      if (width == 0) visit(0, 0, cell);  // an empty row is an empty line
-      for (std::size_t c = 0; c < width; ++c) {
-        cell.clear();
-        table.AppendCell(r, c, cell);
-        visit(c, width, cell);
-      }
-    }
+    std::size_t width = 0, c = 0;
+    table.ForEachRow(
+        [&](std::size_t row_width) {
+          width = row_width;
+          c = 0;
+          if (width == 0) visit(0, 0, std::string());  // an empty row is an empty line
+        },
+        [&](const std::string& cell) { visit(c++, width, cell); }, [] {});
   };
   std::vector<std::size_t> widths(std::max<std::size_t>(table.Width(), 1), 0);
   each_line([&](std::size_t c, std::size_t, const std::string& text) { widths[c] = std::max(widths[c], text.size()); });

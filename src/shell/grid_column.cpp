@@ -1,5 +1,6 @@
 #include "shell/grid_column.h"
 
+#include <algorithm>
 #include <unordered_map>
 
 #include "stats/decimal_numbers.h"
@@ -32,18 +33,20 @@ GridColumn GridColumn::Repeated(std::string text, std::size_t count) {
   return column;
 }
 
-GridColumn GridColumn::Codes(const std::vector<std::string>& codes) {
+GridColumn GridColumn::Codes(const std::vector<std::string>& codes, std::size_t count) {
   CodeCells cells;
   cells.distinct.push_back("");
   std::unordered_map<std::string, std::uint32_t> index_of{{"", 0}};
-  cells.indices.reserve(codes.size());
-  for (const std::string& code : codes) {
+  cells.indices.assign(count, 0);
+  for (std::size_t i = 0; i < std::min(count, codes.size()); ++i) {
+    const std::string& code = codes[i];
+    if (code.empty()) continue;  // most points are in control
     const auto [it, added] = index_of.try_emplace(code, static_cast<std::uint32_t>(cells.distinct.size()));
     if (added) cells.distinct.push_back(code);
-    cells.indices.push_back(it->second);
+    cells.indices[i] = it->second;
   }
   GridColumn column;
-  column.length_ = codes.size();
+  column.length_ = count;
   column.cells_ = std::move(cells);
   return column;
 }

@@ -34,7 +34,8 @@ class GridColumn {
   static GridColumn Texts(std::vector<std::string> texts);
   static GridColumn Numbers(NumberSeries values, NumberDisplay display);
   static GridColumn Repeated(std::string text, std::size_t count);
-  static GridColumn Codes(const std::vector<std::string>& codes);
+  // `count` cells of codes; those past the end of `codes` are empty.
+  static GridColumn Codes(const std::vector<std::string>& codes, std::size_t count);
 
   // Moves the column down so that its first cell stands in row `row`.
   GridColumn& StartingAt(std::size_t row);

@@ -67,6 +67,31 @@ class ResultTable {
   const std::vector<std::pair<std::size_t, RowStyle>>& StyledRows() const { return styles_; }
   bool HasHeading() const;
 
+  // Visits every row in order without looking rows up: row_start(width),
+  // then cell(text) for each of its cells, then row_end(). For writers
+  // that go through a whole grid.
+  template <class RowStart, class CellVisit, class RowEnd>
+  void ForEachRow(RowStart&& row_start, CellVisit&& cell, RowEnd&& row_end) const {
+    std::string text;
+    for (const Block& block : blocks_) {
+      for (std::size_t r = 0; r < block.rowCount; ++r) {
+        const bool texts = block.columns.empty();
+        const std::size_t width = texts ? block.textRows[r].size() : block.columns.size();
+        row_start(width);
+        for (std::size_t c = 0; c < width; ++c) {
+          if (texts) {
+            cell(block.textRows[r][c]);
+          } else {
+            text.clear();
+            block.columns[c].AppendCell(r, text);
+            cell(text);
+          }
+        }
+        row_end();
+      }
+    }
+  }
+
  private:
   struct Block {
     std::size_t firstRow = 0;

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
+#include <optional>
 #include <string_view>
 
 namespace orvik::stats {
@@ -127,10 +128,64 @@ double DigitsValue(const DecimalDigits& d) {
   return d.negative ? -magnitude : magnitude;
 }
 
+constexpr double kPowersOfTen[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                   1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+
+// Rounding by scaling, for the common case where it is safe: the scaled
+// product is off from x's shortest text times 10^decimals by at most
+// 2.3E-16 of itself (one rounding of the product, half a unit of x), so
+// when its fraction is farther than that from one half, the rounded digits
+// are those of the nearest integer. Gives the rounded value as an integer count of units of
+// 10^-decimals, or nothing where the digit-by-digit rounding must decide.
+std::optional<long long> ScaledUnits(double x, int decimals) {
+  if (decimals < 0 || decimals > 15) return std::nullopt;
+  const double scaled = x * kPowersOfTen[decimals];
+  const double magnitude = std::fabs(scaled);
+  if (!(magnitude < 1e15)) return std::nullopt;
+  const double fraction = magnitude - std::trunc(magnitude);
+  if (std::fabs(fraction - 0.5) <= magnitude * 1e-15 + 1e-9) return std::nullopt;
+  return static_cast<long long>(std::nearbyint(scaled));
+}
+
+double UnitsValue(long long units, int decimals) {
+  // Both are exact doubles, so the quotient is the double nearest to the
+  // decimal value, as reading its text would give.
+  return units == 0 ? 0.0 : static_cast<double>(units) / kPowersOfTen[decimals];
+}
+
+// The grid text of units x 10^-decimals in plain notation; false when the
+// number needs the scientific form (below 1E-07).
+bool AppendUnits(long long units, int decimals, std::string& text) {
+  if (units == 0) {
+    text += '0';
+    return true;
+  }
+  char digits[24];
+  const unsigned long long magnitude = units < 0 ? 0ULL - static_cast<unsigned long long>(units) : units;
+  const int count = static_cast<int>(std::to_chars(digits, digits + sizeof digits, magnitude).ptr - digits);
+  if (count - 1 - decimals < -7) return false;
+  int last = count;  // trailing zeros after the decimal point are dropped
+  while (last > count - decimals && last > 0 && digits[last - 1] == '0') --last;
+  if (units < 0) text += '-';
+  if (count > decimals) {
+    text.append(digits, count - decimals);
+    if (last > count - decimals) {
+      text += '.';
+      text.append(digits + count - decimals, last - (count - decimals));
+    }
+  } else {
+    text += "0.";
+    text.append(decimals - count, '0');
+    text.append(digits, last);
+  }
+  return true;
+}
+
 }  // namespace
 
 double Round(double x, int decimals) {
   if (!std::isfinite(x) || x == 0.0) return x;
+  if (const auto units = ScaledUnits(x, decimals)) return UnitsValue(*units, decimals);
   DecimalDigits d = ToDecimalDigits(x);
   if (static_cast<long>(d.exponent) + 1 + decimals >= d.count) return x;
   if (!RoundDigits(d, decimals)) return 0.0;
@@ -152,6 +207,7 @@ void AppendNumber(double x, std::string& text) {
 
 void AppendRoundedNumber(double x, int decimals, std::string& text) {
   if (AppendSpecial(x, text)) return;
+  if (const auto units = ScaledUnits(x, decimals); units && AppendUnits(*units, decimals, text)) return;
   DecimalDigits d = ToDecimalDigits(x);
   if (!RoundDigits(d, decimals)) {
     text += '0';

@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 #include <limits>
+#include <sstream>
 
 namespace orvik::cli {
 namespace {
@@ -27,6 +28,30 @@ TEST(JsonWriterTest, NumbersCarryTheirFullValue) {
   JsonWriter json;
   json.NumberArray(std::vector<double>{std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity(), 1});
   EXPECT_EQ(json.Text(), "[null,null,1]");
+}
+
+TEST(JsonWriterTest, WholeNumbersReadAsTheShortestTextOfTheDouble) {
+  // Whole numbers take a quicker path; the text must stay the double's own
+  // shortest text, which turns trailing zeros into an exponent ("1e+06").
+  const double values[] = {1, -3, 17, 10, 1000000, 123456789012345, -999999999999999, 1e15, 4503599627370497, -0.0, 7.5};
+  for (const double value : values) {
+    JsonWriter json;
+    json.Number(value);
+    EXPECT_EQ(json.Text(), ExactNumberText(value)) << value;
+  }
+}
+
+TEST(JsonWriterTest, StreamsToItsSinkAndEscapesGridCells) {
+  std::ostringstream sink;
+  {
+    JsonWriter json(sink);
+    json.BeginArray();
+    for (int i = 0; i < 20000; ++i) json.StringArrayElement(i % 2 ? "a\"b" : "12.5", i == 0);
+    json.EndArray();
+  }
+  const std::string text = sink.str();
+  EXPECT_EQ(text.substr(0, 15), "[\"12.5\",\"a\\\"b\"");
+  EXPECT_EQ(text.size(), 2 + 20000 * 6 + 19999);  // brackets, quoted cells, commas
 }
 
 }  // namespace
