@@ -4,6 +4,7 @@
 
 #include "charts/chart_test_support.h"
 #include "charts/control_form.h"
+#include "support/accuracy_sample.h"
 
 namespace orvik::charts {
 namespace {
@@ -192,6 +193,17 @@ TEST(XMRViewTest, MovingRangesStandBesideTheirSecondSample) {
   EXPECT_EQ(window.table->rows[6][0], " [x & MR Code] ");
   EXPECT_EQ(window.charts[1].series[0].name, "Moving Range");
   EXPECT_EQ(window.charts[1].series[0].x, (std::vector<double>{2, 3, 4, 5}));
+}
+
+TEST(XMRViewTest, CentreLineOfLargeValuesOfSmallSpread) {
+  // The mean 10000000.2 to 8 places: a plain running sum would put it at
+  // 10000000.2000001.
+  auto host = SheetHost(testing_support::AccuracySampleColumn(), "A:A");
+  XMRView(host);
+  ASSERT_EQ(host.Windows().size(), 1u);
+  const auto& window = host.Windows()[0];
+  EXPECT_EQ(window.table->rows[0][2], "10000000.2");
+  EXPECT_EQ(window.charts[0].lines.at(1).value, 10000000.2);
 }
 
 TEST(MRViewTest, CentreLineUnroundedAndLabelsToSixPlaces) {
