@@ -265,28 +265,59 @@ TEST(AttributeChartsTest, OneColumnChecksAndInvalidCells) {
   EXPECT_EQ(one_column_sheet.Windows().size(), 1u);
 }
 
+// The counts 3, 7, 5: the largest count 7 is the least sample size taken.
+// A refused size leaves the dialog open with the text as typed and writes
+// no log line; the runner then gives up with cancel, which writes the
+// cancel line.
 TEST(PnViewTest, SampleSizeDialog) {
+  const std::string kNotANumber = "Please, input valid numerical data";
+  const std::string kImproper = "Improper data for np control chart";
   const struct {
     std::string n;
-    std::vector<std::string> messages;
-    bool drawn;
+    std::string refusal;  // empty when accepted
   } cases[] = {
-      {"50", {}, true},
-      {"7", {}, true},  // equal to the largest count
-      {"6.5", {"Improper data for np control chart"}, false},
-      {"abc", {"Please, input valid numerical data"}, false},
-      {"0", {"Please, input valid numerical data"}, false},
-      {"", {"Please, input valid numerical data"}, false},
+      {"-5", kImproper},  // a number below the largest count, though negative
+      {"0", kNotANumber},
+      {"-0", kNotANumber},
+      {"abc", kNotANumber},
+      {"7 units", kNotANumber},  // a number inside text is text
+      {"", kNotANumber},
+      {"6.5", kImproper},  // below the largest count
+      {"7", ""},           // exactly the largest count
+      {"50", ""},
   };
+  const Lines started = {"np control chart generation is starting"};
   for (const auto& c : cases) {
+    SCOPED_TRACE("Pntxt = \"" + c.n + "\"");
+    const bool accepted = c.refusal.empty();
     auto host = SheetHost({{"3"}, {"7"}, {"5"}}, "A1:A3", {{"PnSubForm", "Pntxt", c.n}});
     PnView(host);
-    EXPECT_EQ(MessageTexts(host), c.messages) << c.n;
-    EXPECT_EQ(host.Windows().size(), c.drawn ? 1u : 0u) << c.n;
-    EXPECT_EQ(LogLines(host).back(), c.drawn ? "np control chart generation is completed"
-                                             : "Cancel np control chart generation")
-        << c.n;
+    EXPECT_EQ(MessageTexts(host), accepted ? Lines{} : Lines{c.refusal});
+    EXPECT_EQ(host.AnyDialogCancelled(), !accepted);
+    EXPECT_EQ(host.Windows().size(), accepted ? 1u : 0u);
+    EXPECT_EQ(LogLines(host), (Lines{started[0], accepted ? "np control chart generation is completed"
+                                                          : "Cancel np control chart generation"}));
+    if (accepted) {
+      EXPECT_EQ(host.Settings().npSampleSize, std::stod(c.n));
+    }
+
+    // The dialog alone, after the block's counts set its floor.
+    auto dialog_host = SheetHost({}, "A1");
+    dialog_host.Settings().npSampleSizeFloor = 7;
+    const auto dialog = MakePnSubForm();
+    dialog->Type("Pntxt", c.n);
+    EXPECT_EQ(dialog->PressOk(dialog_host), accepted);
+    EXPECT_EQ(dialog->Control("Pntxt").text, c.n);
+    EXPECT_EQ(MessageTexts(dialog_host), accepted ? Lines{} : Lines{c.refusal});
+    EXPECT_TRUE(LogLines(dialog_host).empty());
   }
+
+  // Counts below zero put the floor below zero; a negative size that is not
+  // below it is still improper.
+  auto negative = SheetHost({{"-3"}, {"-8"}}, "A1:A2", {{"PnSubForm", "Pntxt", "-1"}});
+  PnView(negative);
+  EXPECT_EQ(MessageTexts(negative), Lines{kImproper});
+  EXPECT_TRUE(negative.Windows().empty());
 }
 
 TEST(PointInformationTest, ChartsAnswerByTheWindowTitle) {
