@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "shell/analysis_input.h"
+#include "stats/compensated_sum.h"
 #include "stats/decimal_numbers.h"
 #include "worksheet/cell_number.h"
 
@@ -68,23 +69,25 @@ ParetoInput ReadParetoColumns(const worksheet::Worksheet& sheet, const worksheet
 
 std::vector<ParetoRow> ParetoRows(const std::vector<ParetoEntry>& entries) {
   std::vector<ParetoRow> rows;
-  double other = 0.0;
-  double total = 0.0;
+  stats::CompensatedSum other, sum;
   for (const auto& entry : entries) {
-    total += entry.quantity;
-    if (entry.item == kOther) other += entry.quantity;
+    sum.Add(entry.quantity);
+    if (entry.item == kOther) other.Add(entry.quantity);
     else rows.push_back({entry.item, entry.quantity});
   }
+  const double total = sum.Value();
   std::stable_sort(rows.begin(), rows.end(),
                    [](const ParetoRow& a, const ParetoRow& b) { return a.quantity > b.quantity; });
-  if (other > 0) rows.push_back({kOther, other});
+  if (other.Value() > 0) rows.push_back({kOther, other.Value()});
 
-  double running = 0.0;
+  // Compensated like the total, so that the cumulative quantities and their
+  // percentages do not drift from it.
+  stats::CompensatedSum running;
   for (auto& row : rows) {
-    running += row.quantity;
-    row.cumulativeQuantity = running;
+    running.Add(row.quantity);
+    row.cumulativeQuantity = running.Value();
     row.percent = Round(row.quantity / total * 100, 4);
-    row.cumulativePercent = Round(running / total * 100, 4);
+    row.cumulativePercent = Round(row.cumulativeQuantity / total * 100, 4);
   }
   return rows;
 }
@@ -135,8 +138,10 @@ void ParetoSelection(shell::Host& host) {
   }
 
   host.Log().AppendSessionLine(kStartingLine);
-  double total = 0.0;
-  for (const auto& entry : input.entries) total += entry.quantity;
+  // The same compensated total as the percentages are taken of.
+  stats::CompensatedSum sum;
+  for (const auto& entry : input.entries) sum.Add(entry.quantity);
+  const double total = sum.Value();
   if (input.unreadable || !(total > 0) || !std::isfinite(total)) {
     host.Refuse(kConfirmColumns);
     host.Log().AppendSessionLine(kCancelLine);

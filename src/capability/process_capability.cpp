@@ -8,6 +8,7 @@
 #include "charts/chart_limits.h"
 #include "charts/control_limits.h"
 #include "shell/analysis_input.h"
+#include "stats/compensated_sum.h"
 #include "stats/decimal_numbers.h"
 #include "stats/normal_distribution.h"
 
@@ -28,37 +29,39 @@ constexpr const char* kImproperData = "Improper data for process capability anal
 constexpr double kD2OfTwo = 1.128;
 
 // The sample standard deviation from the sums of one group, taken about its
-// first value so that values large against their spread keep their digits.
+// first value so that values large against their spread keep their digits,
+// and compensated so that a long study's sums do not drift.
 double GroupSigma(std::span<const double> group) {
   const double m = static_cast<double>(group.size());
   const double shift = group.front();
-  double sum = 0.0, squares = 0.0;
+  stats::CompensatedSum sum, squares;
   for (const double x : group) {
-    sum += x - shift;
-    squares += (x - shift) * (x - shift);
+    sum.Add(x - shift);
+    squares.Add((x - shift) * (x - shift));
   }
-  return std::sqrt(std::max(0.0, (squares - sum * sum / m) / (m - 1)));
+  const double centred = sum.Value();
+  return std::sqrt(std::max(0.0, (squares.Value() - centred * centred / m) / (m - 1)));
 }
 
 // Within sigma from consecutive subgroups of `size` values. A last group of
 // several values takes part like the others; a last single value has no
 // spread of its own and is left out.
 double SubgroupSigma(std::span<const double> values, long size) {
-  double total = 0.0;
+  stats::CompensatedSum total;
   long groups = 0;
   for (std::size_t start = 0; start < values.size(); start += static_cast<std::size_t>(size)) {
     const auto group = values.subspan(start, std::min<std::size_t>(static_cast<std::size_t>(size), values.size() - start));
     if (group.size() < 2) continue;
-    total += GroupSigma(group) / CapabilityC4(static_cast<long>(group.size()));
+    total.Add(GroupSigma(group) / CapabilityC4(static_cast<long>(group.size())));
     ++groups;
   }
-  return Round(total / static_cast<double>(groups), 8);
+  return Round(total.Value() / static_cast<double>(groups), 8);
 }
 
 double MovingRangeSigma(std::span<const double> values) {
-  double ranges = 0.0;
-  for (std::size_t i = 1; i < values.size(); ++i) ranges += std::fabs(values[i] - values[i - 1]);
-  return Round(ranges / static_cast<double>(values.size() - 1) / kD2OfTwo, 8);
+  stats::CompensatedSum ranges;
+  for (std::size_t i = 1; i < values.size(); ++i) ranges.Add(std::fabs(values[i] - values[i - 1]));
+  return Round(ranges.Value() / static_cast<double>(values.size() - 1) / kD2OfTwo, 8);
 }
 
 std::string Shown(const std::optional<double>& value) { return value ? FormatNumber(*value) : "*"; }
@@ -81,10 +84,9 @@ CapabilityOutcome ComputeCapability(std::span<const double> values, const CpkSet
   CapabilityResult r;
   r.n = static_cast<long>(values.size());
   const double n = static_cast<double>(r.n);
-  double sum = 0.0;
-  for (const double x : values) sum += x;
-  r.mean = Round(sum / n, 10);
-  r.variance = Round(GroupSigma(values) * GroupSigma(values), 10);
+  r.mean = Round(stats::CompensatedTotal(values) / n, 10);
+  const double sigma = GroupSigma(values);
+  r.variance = Round(sigma * sigma, 10);
   r.sigmaLT = Round(std::sqrt(r.variance) / CapabilityC4(r.n), 10);
   if (r.variance == 0 || r.sigmaLT == 0) return {std::nullopt, kImproperData};
   r.sigmaST = study.UseSubgroups ? SubgroupSigma(values, study.SubgroupSize) : MovingRangeSigma(values);

@@ -48,14 +48,16 @@ class PnSubForm : public shell::DialogModel {
 
  protected:
   bool OnOk(shell::Host& host) override {
-    // Text that is not a number reads as 0. A negative size is refused with
-    // it too: no sample holds fewer than no units.
+    // Text that is not a number reads as 0, and only 0 is refused as not a
+    // number. Every other size below the largest count is improper, since no
+    // sample holds more nonconforming units than its size; so is a negative
+    // size, which counts below zero would otherwise let through.
     const double n = worksheet::ParseCellNumber(Control("Pntxt").text).value_or(0.0);
-    if (n <= 0) {
+    if (n == 0) {
       host.Refuse("Please, input valid numerical data");
       return false;
     }
-    if (n < host.Settings().npSampleSizeFloor) {
+    if (n < 0 || n < host.Settings().npSampleSizeFloor) {
       host.Refuse("Improper data for np control chart");
       return false;
     }

@@ -3,10 +3,13 @@
 #include <algorithm>
 #include <cmath>
 
+#include "stats/compensated_sum.h"
 #include "stats/decimal_numbers.h"
 
 namespace orvik::charts {
 
+using stats::CompensatedSum;
+using stats::CompensatedTotal;
 using stats::Round;
 
 namespace {
@@ -61,34 +64,37 @@ SubgroupStatistics ComputeSubgroupStatistics(const Subgroups& groups) {
   stats.means.reserve(static_cast<std::size_t>(count));
   stats.ranges.reserve(static_cast<std::size_t>(count));
   stats.sds.reserve(static_cast<std::size_t>(count));
-  double mean_total = 0.0, range_total = 0.0, sd_total = 0.0;
+  // Every sum is compensated: a grand mean of many subgroups of values large
+  // against their spread would otherwise drift in its last shown places.
+  CompensatedSum mean_total, range_total, sd_total;
   const auto n = static_cast<std::size_t>(groups.size);
   for (long g = 0; g < count; ++g) {
     const double* row = groups.values.data() + static_cast<std::size_t>(g) * n;
-    double sum = 0.0, maximum = row[0], minimum = row[0];
+    CompensatedSum sum;
+    double maximum = row[0], minimum = row[0];
     for (std::size_t j = 0; j < n; ++j) {
-      sum += row[j];
+      sum.Add(row[j]);
       if (row[j] > maximum) maximum = row[j];
       if (row[j] < minimum) minimum = row[j];
     }
-    const double exact_mean = sum / static_cast<double>(n);
-    double squares = 0.0;
-    for (std::size_t j = 0; j < n; ++j) squares += (row[j] - exact_mean) * (row[j] - exact_mean);
+    const double exact_mean = sum.Value() / static_cast<double>(n);
+    CompensatedSum squares;
+    for (std::size_t j = 0; j < n; ++j) squares.Add((row[j] - exact_mean) * (row[j] - exact_mean));
     const double mean = Round(exact_mean, 8);
     // The range is rounded like the mean so that the binary noise of the
     // subtraction cannot put a range a hair above a limit it equals.
     const double range = Round(maximum - minimum, 8);
-    const double sd = n > 1 ? Round(std::sqrt(squares / static_cast<double>(n - 1)), 8) : 0.0;
+    const double sd = n > 1 ? Round(std::sqrt(squares.Value() / static_cast<double>(n - 1)), 8) : 0.0;
     stats.means.push_back(mean);
     stats.ranges.push_back(range);
     stats.sds.push_back(sd);
-    mean_total += mean;
-    range_total += range;
-    sd_total += sd;
+    mean_total.Add(mean);
+    range_total.Add(range);
+    sd_total.Add(sd);
   }
-  stats.grandMean = mean_total / static_cast<double>(count);
-  stats.rBar = range_total / static_cast<double>(count);
-  stats.sBar = sd_total / static_cast<double>(count);
+  stats.grandMean = mean_total.Value() / static_cast<double>(count);
+  stats.rBar = range_total.Value() / static_cast<double>(count);
+  stats.sBar = sd_total.Value() / static_cast<double>(count);
   return stats;
 }
 
@@ -141,9 +147,7 @@ std::vector<double> MovingRanges(const std::vector<double>& values) {
 
 double MeanMovingRange(const std::vector<double>& moving_ranges) {
   if (moving_ranges.empty()) throw ChartComputationError("no moving range");
-  double total = 0.0;
-  for (const double range : moving_ranges) total += range;
-  return total / static_cast<double>(moving_ranges.size());
+  return CompensatedTotal(moving_ranges) / static_cast<double>(moving_ranges.size());
 }
 
 ControlLimits IndividualsLimits(double mean, double mr_bar) {
@@ -162,9 +166,7 @@ ControlLimits MovingRangeLimits(double mr_bar) {
 
 ControlLimits CLimits(const std::vector<double>& counts) {
   if (counts.empty()) throw ChartComputationError("no sample");
-  double total = 0.0;
-  for (const double count : counts) total += count;
-  const double c_bar = Round(total / static_cast<double>(counts.size()), 8);
+  const double c_bar = Round(CompensatedTotal(counts) / static_cast<double>(counts.size()), 8);
   if (c_bar < 0) throw ChartComputationError("negative mean count");
   ControlLimits limits;
   limits.CL = c_bar;
@@ -179,8 +181,7 @@ ControlLimits CLimits(const std::vector<double>& counts) {
 
 ControlLimits NpLimits(const std::vector<double>& counts, double n) {
   if (counts.empty() || !(n > 0)) throw ChartComputationError("no sample");
-  double total = 0.0;
-  for (const double count : counts) total += count;
+  const double total = CompensatedTotal(counts);
   const auto k = static_cast<double>(counts.size());
   const double np_bar = Round(total / k, 12);
   const double p_bar = total / (k * n);

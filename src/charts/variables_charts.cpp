@@ -7,6 +7,7 @@
 #include "charts/control_charts.h"
 #include "charts/control_form.h"
 #include "shell/analysis_input.h"
+#include "stats/compensated_sum.h"
 
 namespace orvik::charts {
 
@@ -165,9 +166,8 @@ void XMRView(shell::Host& host) {
   RunChartComputation(host, name, [&] {
     const std::vector<double> ranges = MovingRanges(values);
     const double mr_bar = MeanMovingRange(ranges);
-    double total = 0.0;
-    for (const double value : values) total += value;
-    ControlLimits x_limits = IndividualsLimits(total / static_cast<double>(values.size()), mr_bar);
+    const double mean = stats::CompensatedTotal(values) / static_cast<double>(values.size());
+    ControlLimits x_limits = IndividualsLimits(mean, mr_bar);
     ControlLimits mr_limits = MovingRangeLimits(mr_bar);
     ApplyGivenLimits(Given(host), 0, kTenSixesSigma, x_limits);
     ApplyGivenLimits(Given(host), 1, kMovingRangeSigma, mr_limits);

@@ -21,6 +21,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "stats/compensated_sum.h"
 #include "stats/decimal_numbers.h"
 #include "stats/normal_distribution.h"
 
@@ -131,15 +132,16 @@ ShapiroWilkResult ShapiroWilk(std::span<const double> sample) {
   if (std::any_of(x.begin(), x.end(), [](double v) { return std::isnan(v); })) return {kNaN, kNaN};
   std::sort(x.begin(), x.end());
   if (x.front() == x.back()) throw std::invalid_argument("all values are equal");
-  double mean = 0.0;
-  for (double v : x) mean += v;
-  mean /= n;
-  double sum_squares = 0.0;
-  for (double v : x) sum_squares += (v - mean) * (v - mean);
+  // Compensated sums, so that values large against their spread keep the
+  // digits of their mean and of the spread about it.
+  const double mean = CompensatedTotal(x) / n;
+  CompensatedSum sum_squares;
+  for (double v : x) sum_squares.Add((v - mean) * (v - mean));
   const std::vector<double> a = ShapiroWilkCoefficients(n);
-  double numerator = 0.0;
-  for (int i = 0; i < n / 2; ++i) numerator += a[n - 1 - i] * (x[n - 1 - i] - x[i]);
-  const double w = std::min(1.0, numerator * numerator / sum_squares);
+  CompensatedSum numerator;
+  for (int i = 0; i < n / 2; ++i) numerator.Add(a[n - 1 - i] * (x[n - 1 - i] - x[i]));
+  const double b = numerator.Value();
+  const double w = std::min(1.0, b * b / sum_squares.Value());
   return {w, PValue(w, n)};
 }
 

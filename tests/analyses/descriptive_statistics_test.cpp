@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "shell/command_failed.h"
+#include "support/accuracy_sample.h"
 #include "support/sheet_host.h"
 
 namespace orvik::analyses {
@@ -79,6 +80,20 @@ TEST(DescriptiveStatisticsTest, MeanZeroNegativeMeanAndIdenticalValues) {
     EXPECT_EQ(Cell(host.Windows()[0], "Coefficient of variation(CV)"), c.cv);
     EXPECT_EQ(Cell(host.Windows()[0], "Variance"), c.variance);
   }
+}
+
+TEST(DescriptiveStatisticsTest, LargeValuesOfSmallSpreadKeepEveryShownDigit) {
+  // Column A whole. In decimal the 1001 values sum to 1001 x 10000000.2 and
+  // deviate from their mean by 0.1 each but the first: variance 10 / 1000.
+  auto host = HostOver(testing_support::AccuracySampleColumn(), Block(1, -1, 1, -1));
+  DescriptiveStatistics(host);
+  ASSERT_EQ(host.Windows().size(), 1u);
+  const auto& window = host.Windows()[0];
+  EXPECT_EQ(Cell(window, "N"), "1001");
+  EXPECT_EQ(Cell(window, "Sum"), "10010000200.2");
+  EXPECT_EQ(Cell(window, "Mean"), "10000000.2");
+  EXPECT_EQ(Cell(window, "Variance"), "0.01");
+  EXPECT_EQ(Cell(window, "Standard deviation"), "0.1");
 }
 
 TEST(DescriptiveStatisticsTest, PoolsEveryNumericCellOfTheBlockAndCountsOnlyThose) {

@@ -2,12 +2,16 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <cstdio>
 #include <string>
 #include <vector>
 
 #include "analyses/estimation_dialogs.h"
+#include "inference_reference.h"
 #include "sample_sheets.h"
 #include "shell/command_failed.h"
+#include "support/accuracy_sample.h"
 #include "support/sheet_host.h"
 
 namespace orvik::analyses {
@@ -34,6 +38,31 @@ TEST(MeanEstimationTest, EstimatedSigmaReportAndLogLines) {
   EXPECT_EQ(table.TextRows()[3], (Lines{"Descriptive statistics", ""}));
   EXPECT_EQ(table.TextRows()[6], (Lines{"Standard deviation", "1.58113883"}));
   EXPECT_EQ(table.TextRows()[7], (Lines{"Variance", "2.5"}));
+}
+
+TEST(MeanEstimationTest, LargeValuesOfSmallSpreadKeepTheMeanAndCentreTheIntervals) {
+  auto host = HostOver(testing_support::AccuracySampleColumn(), Block(1, -1, 1, -1));
+  MeanEstimation(host);
+  const shell::ResultTable& table = OnlyTable(host);
+  EXPECT_EQ(table.rows[4], (Lines{"N", "1001"}));
+  EXPECT_EQ(table.rows[5], (Lines{"Mean", "10000000.2"}));
+  EXPECT_EQ(table.rows[6], (Lines{"Standard deviation", "0.1"}));
+  EXPECT_EQ(table.rows[7], (Lines{"Variance", "0.01"}));
+  // 10000000.2 -+ t(alpha / 2, 1000) 0.1 / sqrt(1001); the ends are shown to
+  // 7 places, so each lies within 5e-8 of its exact value.
+  const struct {
+    std::string level;
+    double alpha;
+  } levels[] = {{"90.0%", 0.10}, {"95.0%", 0.05}, {"99.0%", 0.01}};
+  for (std::size_t i = 0; i < 3; ++i) {
+    const Lines& row = table.rows[i];
+    EXPECT_EQ(row[0], levels[i].level);
+    const double half = reference::TUpperQuantile(levels[i].alpha / 2, 1000) * 0.1 / std::sqrt(1001.0);
+    double lower = 0, upper = 0;
+    ASSERT_EQ(std::sscanf(row[1].c_str(), "(%lf , %lf)", &lower, &upper), 2) << row[1];
+    EXPECT_NEAR(lower, 10000000.2 - half, 6e-8) << row[1];
+    EXPECT_NEAR(upper, 10000000.2 + half, 6e-8) << row[1];
+  }
 }
 
 TEST(MeanEstimationTest, GivenSigmaFromTheDialog) {

@@ -4,6 +4,7 @@
 
 #include "charts/chart_test_support.h"
 #include "charts/control_form.h"
+#include "support/accuracy_sample.h"
 
 namespace orvik::charts {
 namespace {
@@ -194,6 +195,17 @@ TEST(XMRViewTest, MovingRangesStandBesideTheirSecondSample) {
   EXPECT_EQ(window.charts[1].series[0].x, (std::vector<double>{2, 3, 4, 5}));
 }
 
+TEST(XMRViewTest, CentreLineOfLargeValuesOfSmallSpread) {
+  // The mean 10000000.2 to 8 places: a plain running sum would put it at
+  // 10000000.2000001.
+  auto host = SheetHost(testing_support::AccuracySampleColumn(), "A:A");
+  XMRView(host);
+  ASSERT_EQ(host.Windows().size(), 1u);
+  const auto& window = host.Windows()[0];
+  EXPECT_EQ(window.table->rows[0][2], "10000000.2");
+  EXPECT_EQ(window.charts[0].lines.at(1).value, 10000000.2);
+}
+
 TEST(MRViewTest, CentreLineUnroundedAndLabelsToSixPlaces) {
   // Moving ranges 1, 0, 0: MR-bar 1/3, UCL 3.267 / 3 = 1.089.
   auto host = SheetHost({{"0"}, {"1"}, {"1"}, {"1"}}, "A1:A4");
@@ -253,28 +265,59 @@ TEST(AttributeChartsTest, OneColumnChecksAndInvalidCells) {
   EXPECT_EQ(one_column_sheet.Windows().size(), 1u);
 }
 
+// The counts 3, 7, 5: the largest count 7 is the least sample size taken.
+// A refused size leaves the dialog open with the text as typed and writes
+// no log line; the runner then gives up with cancel, which writes the
+// cancel line.
 TEST(PnViewTest, SampleSizeDialog) {
+  const std::string kNotANumber = "Please, input valid numerical data";
+  const std::string kImproper = "Improper data for np control chart";
   const struct {
     std::string n;
-    std::vector<std::string> messages;
-    bool drawn;
+    std::string refusal;  // empty when accepted
   } cases[] = {
-      {"50", {}, true},
-      {"7", {}, true},  // equal to the largest count
-      {"6.5", {"Improper data for np control chart"}, false},
-      {"abc", {"Please, input valid numerical data"}, false},
-      {"0", {"Please, input valid numerical data"}, false},
-      {"", {"Please, input valid numerical data"}, false},
+      {"-5", kImproper},  // a number below the largest count, though negative
+      {"0", kNotANumber},
+      {"-0", kNotANumber},
+      {"abc", kNotANumber},
+      {"7 units", kNotANumber},  // a number inside text is text
+      {"", kNotANumber},
+      {"6.5", kImproper},  // below the largest count
+      {"7", ""},           // exactly the largest count
+      {"50", ""},
   };
+  const Lines started = {"np control chart generation is starting"};
   for (const auto& c : cases) {
+    SCOPED_TRACE("Pntxt = \"" + c.n + "\"");
+    const bool accepted = c.refusal.empty();
     auto host = SheetHost({{"3"}, {"7"}, {"5"}}, "A1:A3", {{"PnSubForm", "Pntxt", c.n}});
     PnView(host);
-    EXPECT_EQ(MessageTexts(host), c.messages) << c.n;
-    EXPECT_EQ(host.Windows().size(), c.drawn ? 1u : 0u) << c.n;
-    EXPECT_EQ(LogLines(host).back(), c.drawn ? "np control chart generation is completed"
-                                             : "Cancel np control chart generation")
-        << c.n;
+    EXPECT_EQ(MessageTexts(host), accepted ? Lines{} : Lines{c.refusal});
+    EXPECT_EQ(host.AnyDialogCancelled(), !accepted);
+    EXPECT_EQ(host.Windows().size(), accepted ? 1u : 0u);
+    EXPECT_EQ(LogLines(host), (Lines{started[0], accepted ? "np control chart generation is completed"
+                                                          : "Cancel np control chart generation"}));
+    if (accepted) {
+      EXPECT_EQ(host.Settings().npSampleSize, std::stod(c.n));
+    }
+
+    // The dialog alone, after the block's counts set its floor.
+    auto dialog_host = SheetHost({}, "A1");
+    dialog_host.Settings().npSampleSizeFloor = 7;
+    const auto dialog = MakePnSubForm();
+    dialog->Type("Pntxt", c.n);
+    EXPECT_EQ(dialog->PressOk(dialog_host), accepted);
+    EXPECT_EQ(dialog->Control("Pntxt").text, c.n);
+    EXPECT_EQ(MessageTexts(dialog_host), accepted ? Lines{} : Lines{c.refusal});
+    EXPECT_TRUE(LogLines(dialog_host).empty());
   }
+
+  // Counts below zero put the floor below zero; a negative size that is not
+  // below it is still improper.
+  auto negative = SheetHost({{"-3"}, {"-8"}}, "A1:A2", {{"PnSubForm", "Pntxt", "-1"}});
+  PnView(negative);
+  EXPECT_EQ(MessageTexts(negative), Lines{kImproper});
+  EXPECT_TRUE(negative.Windows().empty());
 }
 
 TEST(PointInformationTest, ChartsAnswerByTheWindowTitle) {

@@ -1,0 +1,29 @@
+#pragma once
+
+// The accuracy sample: 1001 readings in one column, 10000000.2 and then 500
+// pairs 10000000.1, 10000000.3, so that the mean is 10000000.2 and the
+// standard deviation 0.1. The values are large against their spread: summed
+// plainly in this order they drift by about 1e-4, which a report of 15
+// significant digits shows.
+#include <string>
+#include <vector>
+
+namespace orvik::testing_support {
+
+inline std::vector<std::string> AccuracySampleTexts() {
+  std::vector<std::string> texts{"10000000.2"};
+  for (int pair = 0; pair < 500; ++pair) {
+    texts.push_back("10000000.1");
+    texts.push_back("10000000.3");
+  }
+  return texts;
+}
+
+// The sample as worksheet rows of one cell each, for A1:A1001.
+inline std::vector<std::vector<std::string>> AccuracySampleColumn() {
+  std::vector<std::vector<std::string>> rows;
+  for (const auto& text : AccuracySampleTexts()) rows.push_back({text});
+  return rows;
+}
+
+}  // namespace orvik::testing_support
