@@ -80,7 +80,7 @@ TEST(XbarRViewTest, RefusalsBeforeTheStartingLine) {
       {{}, "A1:B3", "Select data from worksheet"},
   };
   for (const auto& c : cases) {
-    auto host = SheetHost(c.rows, c.range);
+    auto host = SheetHost(c.TextRows(), c.range);
     XbarRView(host);
     EXPECT_EQ(MessageTexts(host), Lines{c.message}) << c.range;
     EXPECT_TRUE(LogLines(host).empty()) << c.message;
@@ -202,7 +202,7 @@ TEST(XMRViewTest, CentreLineOfLargeValuesOfSmallSpread) {
   XMRView(host);
   ASSERT_EQ(host.Windows().size(), 1u);
   const auto& window = host.Windows()[0];
-  EXPECT_EQ(window.table->rows[0][2], "10000000.2");
+  EXPECT_EQ(window.table->TextRows()[0][2], "10000000.2");
   EXPECT_EQ(window.charts[0].lines.at(1).value, 10000000.2);
 }
 
@@ -254,7 +254,7 @@ TEST(AttributeChartsTest, OneColumnChecksAndInvalidCells) {
       {PnView, {{"1"}, {"x"}, {"4"}}, "A1:A3", "Please, input valid data", {"np control chart generation is starting"}},
   };
   for (const auto& c : cases) {
-    auto host = SheetHost(c.rows, c.range);
+    auto host = SheetHost(c.TextRows(), c.range);
     c.view(host);
     EXPECT_EQ(MessageTexts(host), Lines{c.message}) << c.range;
     EXPECT_EQ(LogLines(host), c.log) << c.message;
