@@ -80,7 +80,7 @@ TEST(XbarRViewTest, RefusalsBeforeTheStartingLine) {
       {{}, "A1:B3", "Select data from worksheet"},
   };
   for (const auto& c : cases) {
-    auto host = SheetHost(c.TextRows(), c.range);
+    auto host = SheetHost(c.rows, c.range);
     XbarRView(host);
     EXPECT_EQ(MessageTexts(host), Lines{c.message}) << c.range;
     EXPECT_TRUE(LogLines(host).empty()) << c.message;
@@ -254,7 +254,7 @@ TEST(AttributeChartsTest, OneColumnChecksAndInvalidCells) {
       {PnView, {{"1"}, {"x"}, {"4"}}, "A1:A3", "Please, input valid data", {"np control chart generation is starting"}},
   };
   for (const auto& c : cases) {
-    auto host = SheetHost(c.TextRows(), c.range);
+    auto host = SheetHost(c.rows, c.range);
     c.view(host);
     EXPECT_EQ(MessageTexts(host), Lines{c.message}) << c.range;
     EXPECT_EQ(LogLines(host), c.log) << c.message;
