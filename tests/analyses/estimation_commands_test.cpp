@@ -44,10 +44,10 @@ TEST(MeanEstimationTest, LargeValuesOfSmallSpreadKeepTheMeanAndCentreTheInterval
   auto host = HostOver(testing_support::AccuracySampleColumn(), Block(1, -1, 1, -1));
   MeanEstimation(host);
   const shell::ResultTable& table = OnlyTable(host);
-  EXPECT_EQ(table.rows[4], (Lines{"N", "1001"}));
-  EXPECT_EQ(table.rows[5], (Lines{"Mean", "10000000.2"}));
-  EXPECT_EQ(table.rows[6], (Lines{"Standard deviation", "0.1"}));
-  EXPECT_EQ(table.rows[7], (Lines{"Variance", "0.01"}));
+  EXPECT_EQ(table.Row(4), (Lines{"N", "1001"}));
+  EXPECT_EQ(table.Row(5), (Lines{"Mean", "10000000.2"}));
+  EXPECT_EQ(table.Row(6), (Lines{"Standard deviation", "0.1"}));
+  EXPECT_EQ(table.Row(7), (Lines{"Variance", "0.01"}));
   // 10000000.2 -+ t(alpha / 2, 1000) 0.1 / sqrt(1001); the ends are shown to
   // 7 places, so each lies within 5e-8 of its exact value.
   const struct {
@@ -55,7 +55,7 @@ TEST(MeanEstimationTest, LargeValuesOfSmallSpreadKeepTheMeanAndCentreTheInterval
     double alpha;
   } levels[] = {{"90.0%", 0.10}, {"95.0%", 0.05}, {"99.0%", 0.01}};
   for (std::size_t i = 0; i < 3; ++i) {
-    const Lines& row = table.rows[i];
+    const Lines row = table.Row(i);
     EXPECT_EQ(row[0], levels[i].level);
     const double half = reference::TUpperQuantile(levels[i].alpha / 2, 1000) * 0.1 / std::sqrt(1001.0);
     double lower = 0, upper = 0;
