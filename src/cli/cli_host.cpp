@@ -15,7 +15,7 @@ shell::MessageAnswer CliHost::ShowMessage(const shell::MessageBox& box) {
   return shell::MessageAnswer::Ok;
 }
 
-shell::DialogOutcome CliHost::RunDialog(shell::DialogModel& dialog) {
+shell::DialogOutcome CliHost::ShowDialog(shell::DialogModel& dialog) {
   for (const auto& setting : settings_)
     if (setting.dialog == dialog.Name()) ApplyDialogSetting(dialog, setting);
   // A refused OK leaves the dialog open; the runner then gives up and
@@ -26,7 +26,7 @@ shell::DialogOutcome CliHost::RunDialog(shell::DialogModel& dialog) {
   return shell::DialogOutcome::Cancelled;
 }
 
-void CliHost::ShowResultWindow(shell::ResultWindow window) { windows_.push_back(std::move(window)); }
+void CliHost::OpenResultWindow(shell::ResultWindow window) { windows_.push_back(std::move(window)); }
 
 bool RunDialogsBeforeCommand(CliHost& host, const std::vector<DialogSetting>& settings) {
   std::set<std::string> done;
@@ -38,23 +38,6 @@ bool RunDialogsBeforeCommand(CliHost& host, const std::vector<DialogSetting>& se
     if (host.RunDialog(*dialog) != shell::DialogOutcome::Accepted) return false;
   }
   return true;
-}
-
-void ApplyDialogSetting(shell::DialogModel& dialog, const DialogSetting& setting) {
-  const shell::DialogControl& control = dialog.Control(setting.control);
-  switch (control.kind) {
-    case shell::ControlKind::TextBox:
-      dialog.Type(setting.control, setting.value);
-      return;
-    case shell::ControlKind::OptionButton:
-    case shell::ControlKind::CheckBox:
-      if (setting.value != "0" && setting.value != "1")
-        throw std::invalid_argument(setting.dialog + "." + setting.control + " takes 1 or 0, not " + setting.value);
-      dialog.SetChecked(setting.control, setting.value == "1");
-      return;
-    default:
-      throw std::invalid_argument(setting.dialog + "." + setting.control + " cannot be set");
-  }
 }
 
 }  // namespace orvik::cli

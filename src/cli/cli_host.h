@@ -9,11 +9,7 @@
 namespace orvik::cli {
 
 // One --set DIALOG.CONTROL=VALUE of the command line.
-struct DialogSetting {
-  std::string dialog;
-  std::string control;
-  std::string value;
-};
+using DialogSetting = shell::ControlSetting;
 
 // The host of a headless run: one worksheet "WorkSheet 1", message boxes
 // recorded and answered OK, dialogs filled from the command line's settings
@@ -23,15 +19,17 @@ class CliHost : public shell::Host {
   CliHost(worksheet::Worksheet sheet, std::vector<DialogSetting> settings, std::set<std::string> cancelled_dialogs);
 
   shell::MessageAnswer ShowMessage(const shell::MessageBox& box) override;
-  shell::DialogOutcome RunDialog(shell::DialogModel& dialog) override;
-  void ShowResultWindow(shell::ResultWindow window) override;
-  worksheet::Worksheet* ActiveWorksheet() override { return &sheet_; }
 
   const std::vector<shell::MessageBox>& Messages() const { return messages_; }
   const std::vector<shell::ResultWindow>& Windows() const { return windows_; }
   // Hands the recorded windows over without copying them.
   std::vector<shell::ResultWindow> TakeWindows() { return std::move(windows_); }
   bool AnyDialogCancelled() const { return any_dialog_cancelled_; }
+
+ protected:
+  shell::DialogOutcome ShowDialog(shell::DialogModel& dialog) override;
+  void OpenResultWindow(shell::ResultWindow window) override;
+  worksheet::Worksheet* CurrentWorksheet() override { return &sheet_; }
 
  private:
   worksheet::Worksheet sheet_;
@@ -50,9 +48,9 @@ class CliHost : public shell::Host {
 // then not run.
 bool RunDialogsBeforeCommand(CliHost& host, const std::vector<DialogSetting>& settings);
 
-// Applies one setting to an open dialog as the user's input would: a text
-// box is typed into and left, an option button or check box takes 1 or 0.
-// Throws std::invalid_argument for a value a control cannot take.
-void ApplyDialogSetting(shell::DialogModel& dialog, const DialogSetting& setting);
+// Applies one setting to an open dialog as the user's input would.
+inline void ApplyDialogSetting(shell::DialogModel& dialog, const DialogSetting& setting) {
+  shell::ApplyControlSetting(dialog, setting);
+}
 
 }  // namespace orvik::cli

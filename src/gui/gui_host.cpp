@@ -36,7 +36,7 @@ shell::MessageAnswer GuiHost::ShowMessage(const shell::MessageBox& box) {
   }
 }
 
-shell::DialogOutcome GuiHost::RunDialog(shell::DialogModel& dialog) {
+shell::DialogOutcome GuiHost::ShowDialog(shell::DialogModel& dialog) {
   if (dialog_responder_) {
     const bool ok = dialog_responder_(dialog) && dialog.PressOk(*this);
     if (!ok) dialog.PressCancel(*this);
@@ -46,9 +46,9 @@ shell::DialogOutcome GuiHost::RunDialog(shell::DialogModel& dialog) {
   return window.exec() == QDialog::Accepted ? shell::DialogOutcome::Accepted : shell::DialogOutcome::Cancelled;
 }
 
-void GuiHost::ShowResultWindow(shell::ResultWindow window) { window_.OpenResultWindow(std::move(window)); }
+void GuiHost::OpenResultWindow(shell::ResultWindow window) { window_.OpenResultWindow(std::move(window)); }
 
-worksheet::Worksheet* GuiHost::ActiveWorksheet() {
+worksheet::Worksheet* GuiHost::CurrentWorksheet() {
   WorksheetWindow* sheet = window_.ActiveWorksheetWindow();
   return sheet ? &sheet->Sheet() : nullptr;
 }

@@ -16,9 +16,6 @@ class GuiHost : public shell::Host {
   explicit GuiHost(MainWindow& window) : window_(window) {}
 
   shell::MessageAnswer ShowMessage(const shell::MessageBox& box) override;
-  shell::DialogOutcome RunDialog(shell::DialogModel& dialog) override;
-  void ShowResultWindow(shell::ResultWindow window) override;
-  worksheet::Worksheet* ActiveWorksheet() override;
 
   // Answers message boxes in place of the user (tests and scripted runs);
   // every box is still recorded.
@@ -29,6 +26,11 @@ class GuiHost : public shell::Host {
   // returns whether OK or Cancel is pressed.
   void SetDialogResponder(std::function<bool(shell::DialogModel&)> responder) { dialog_responder_ = std::move(responder); }
   const std::vector<shell::MessageBox>& ShownMessages() const { return shown_; }
+
+ protected:
+  shell::DialogOutcome ShowDialog(shell::DialogModel& dialog) override;
+  void OpenResultWindow(shell::ResultWindow window) override;
+  worksheet::Worksheet* CurrentWorksheet() override;
 
  private:
   MainWindow& window_;

@@ -1,5 +1,9 @@
 #pragma once
 
+#include <functional>
+#include <optional>
+
+#include "shell/command_run.h"
 #include "shell/dialog_model.h"
 #include "shell/message_box.h"
 #include "shell/program_settings.h"
@@ -24,12 +28,26 @@ class Host {
   // Shows a modal message box and returns the button pressed.
   virtual MessageAnswer ShowMessage(const MessageBox& box) = 0;
   // Shows `dialog` modally until its OK is accepted or it is cancelled. The
-  // dialog's own handlers write the settings and the cancel line.
-  virtual DialogOutcome RunDialog(DialogModel& dialog) = 0;
-  // Opens a result window holding `window`.
-  virtual void ShowResultWindow(ResultWindow window) = 0;
-  // The worksheet of the active document window; null when none is open.
-  virtual worksheet::Worksheet* ActiveWorksheet() = 0;
+  // dialog's own handlers write the settings and the cancel line. While a
+  // run is replayed, the dialog is answered from the run's record instead.
+  DialogOutcome RunDialog(DialogModel& dialog);
+  // Opens a result window holding `window`, with the record of the run
+  // that made it when a run is under way.
+  void ShowResultWindow(ResultWindow window);
+  // The worksheet the command reads: the active document window's (null
+  // when none is open), or the recorded copy while a run is replayed.
+  worksheet::Worksheet* ActiveWorksheet();
+
+  // Starts the record of a run of command `key` over the active worksheet;
+  // the dialogs confirmed until EndRun become its settings.
+  void BeginRun(std::string key);
+  // Ends the record and gives it back.
+  CommandRun EndRun();
+  // Runs `procedure` again over the worksheet copy and the dialog answers
+  // of `run`. Dialogs that set options before a command are not asked
+  // again: the program's current ones (given limits just set) apply and
+  // take their place in the new run's record.
+  void Replay(const CommandRun& run, const std::function<void(Host&)>& procedure);
 
   SessionLog& Log() { return log_; }
   ProgramSettings& Settings() { return settings_; }
@@ -40,10 +58,24 @@ class Host {
   void Notify(std::string text) { ShowMessage(NoticeBox(std::move(text))); }
   bool Ask(std::string text) { return ShowMessage(QuestionBox(std::move(text))) == MessageAnswer::Ok; }
 
+ protected:
+  // What the front-end does for RunDialog, ShowResultWindow and
+  // ActiveWorksheet outside a replay.
+  virtual DialogOutcome ShowDialog(DialogModel& dialog) = 0;
+  virtual void OpenResultWindow(ResultWindow window) = 0;
+  virtual worksheet::Worksheet* CurrentWorksheet() = 0;
+
  private:
   SessionLog log_;
   ProgramSettings settings_;
   worksheet::DataSelection selection_;
+  // The run being recorded, if any, and the run being replayed, if any.
+  std::optional<CommandRun> recording_;
+  const CommandRun* replaying_ = nullptr;
+  std::optional<worksheet::Worksheet> replay_sheet_;
+  std::size_t replay_next_setting_ = 0;
+  // The controls of the last confirmed dialog that opens before commands.
+  std::vector<ControlSetting> options_before_command_;
 };
 
 }  // namespace orvik::shell

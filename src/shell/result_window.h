@@ -1,10 +1,12 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "shell/chart_series.h"
+#include "shell/command_run.h"
 #include "shell/result_table.h"
 
 namespace orvik::shell {
@@ -25,6 +27,10 @@ struct ResultWindow {
   // The tool key of the command that made the window ("mnuBarX-R"), so the
   // window can offer the given-limits dialog and run the command again.
   std::string commandKey;
+  // How the window was made: its command's data and dialog answers, so it
+  // can be drawn again (given limits) and saved with its project. Null for
+  // windows whose making is not known (older project files).
+  std::shared_ptr<const CommandRun> run;
 
   ChartSeries& Chart(const std::string& name);
 };

@@ -102,9 +102,11 @@ class RecordingHost : public shell::Host {
     boxes.push_back(box);
     return shell::MessageAnswer::Ok;
   }
-  shell::DialogOutcome RunDialog(shell::DialogModel&) override { return shell::DialogOutcome::Cancelled; }
-  void ShowResultWindow(shell::ResultWindow) override {}
-  worksheet::Worksheet* ActiveWorksheet() override { return nullptr; }
+
+ protected:
+  shell::DialogOutcome ShowDialog(shell::DialogModel&) override { return shell::DialogOutcome::Cancelled; }
+  void OpenResultWindow(shell::ResultWindow) override {}
+  worksheet::Worksheet* CurrentWorksheet() override { return nullptr; }
 };
 
 }  // namespace

@@ -1,0 +1,83 @@
+#include "shell/host.h"
+
+namespace orvik::shell {
+
+DialogOutcome Host::RunDialog(DialogModel& dialog) {
+  if (replaying_ != nullptr) {
+    for (const ControlSetting& setting : replaying_->settings)
+      if (setting.dialog == dialog.Name()) ApplyControlSetting(dialog, setting);
+    if (dialog.PressOk(*this)) {
+      if (recording_) {
+        const auto states = ControlStates(dialog);
+        recording_->settings.insert(recording_->settings.end(), states.begin(), states.end());
+      }
+      return DialogOutcome::Accepted;
+    }
+    dialog.PressCancel(*this);
+    return DialogOutcome::Cancelled;
+  }
+  const DialogOutcome outcome = ShowDialog(dialog);
+  if (outcome == DialogOutcome::Accepted) {
+    const auto states = ControlStates(dialog);
+    if (recording_) recording_->settings.insert(recording_->settings.end(), states.begin(), states.end());
+    else options_before_command_ = states;  // confirmed outside a command: options for the next ones
+  }
+  return outcome;
+}
+
+void Host::ShowResultWindow(ResultWindow window) {
+  if (recording_) window.run = std::make_shared<const CommandRun>(*recording_);
+  OpenResultWindow(std::move(window));
+}
+
+worksheet::Worksheet* Host::ActiveWorksheet() {
+  if (replay_sheet_) return &*replay_sheet_;
+  return CurrentWorksheet();
+}
+
+void Host::BeginRun(std::string key) {
+  CommandRun run;
+  run.key = std::move(key);
+  run.settings = options_before_command_;
+  if (const worksheet::Worksheet* sheet = CurrentWorksheet()) {
+    run.data = std::make_shared<const worksheet::Worksheet>(*sheet);
+    run.selection = sheet->Selection;
+  }
+  recording_ = std::move(run);
+}
+
+CommandRun Host::EndRun() {
+  CommandRun run = recording_ ? std::move(*recording_) : CommandRun{};
+  recording_.reset();
+  return run;
+}
+
+void Host::Replay(const CommandRun& run, const std::function<void(Host&)>& procedure) {
+  // The new run reads the same data and answers its dialogs the same way;
+  // only the options set before commands are today's.
+  CommandRun again;
+  again.key = run.key;
+  again.data = run.data;
+  again.selection = run.selection;
+  again.settings = options_before_command_;
+  if (run.data) {
+    replay_sheet_.emplace(*run.data);
+    replay_sheet_->Selection = run.selection;
+  }
+  recording_ = std::move(again);
+  replaying_ = &run;
+  const auto restore = [this] {
+    replaying_ = nullptr;
+    replay_sheet_.reset();
+    recording_.reset();
+  };
+  try {
+    procedure(*this);
+  } catch (...) {
+    restore();
+    throw;
+  }
+  restore();
+}
+
+}  // namespace orvik::shell
