@@ -8,7 +8,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "charts/control_form.h"
+#include "commands/result_window_actions.h"
 #include "gui/chart_view.h"
 #include "worksheet/delimited_cells.h"
 #include "worksheet/sheet_edits.h"
@@ -39,7 +39,7 @@ ResultWindowWidget::ResultWindowWidget(const shell::ResultWindow& window, QWidge
   auto* split = window.charts.empty() ? nullptr : new QSplitter(Qt::Vertical);
   for (const shell::ChartSeries& chart : window.charts) {
     auto* view = new ChartView(chart, [this](const std::string& name, long number) {
-      return charts::PointInformation(record_, name, number);
+      return commands::PointInformation(record_, name, number);
     });
     view->installEventFilter(this);
     split->addWidget(view);
@@ -140,7 +140,7 @@ ResultWindowWidget::ResultWindowWidget(const shell::ResultWindow& window, QWidge
 }
 
 bool ResultWindowWidget::OffersGivenLimits() const {
-  return record_.kind == shell::WindowKind::ControlForm && !record_.commandKey.empty();
+  return commands::OffersGivenLimits(record_);
 }
 
 ChartView* ResultWindowWidget::ActiveChart() const {
