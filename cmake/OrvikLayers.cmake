@@ -1,19 +1,16 @@
 # The layers of the program, lowest first. A library of one layer links only
 # libraries of the layers below it, and its sources see only the headers of
-# its own layer and of the layers it links:
-#   orvik_stats      src/stats       the statistical library
-#   orvik_worksheet  src/worksheet   worksheet, selection, cell numbers
-#   orvik_shell      src/shell       session log, result records, message
-#                                    boxes, dialog models, the host interface
-#                                    and the command declaration
-#   orvik_analyses   src/charts, src/capability, src/analyses
-#   orvik_commands   src/commands    the registry of commands and dialogs
-# These five are the core; above them come orvik_formats (src/formats),
-# orvik_cli_lib (src/cli) and the window application (src/gui).
-# tests/core/check_layering.cmake reads the same order from
-# ORVIK_LAYER_FOLDERS, one entry per layer, folders of a layer joined by ",".
-set(ORVIK_CORE_LAYERS orvik_stats orvik_worksheet orvik_shell orvik_analyses orvik_commands)
-set(ORVIK_LAYER_FOLDERS "stats" "worksheet" "shell" "charts,capability,analyses" "commands" "formats" "cli" "gui")
+# its own layer and of the layers it links. The core's layers are made by
+# orvik_add_layer in the top CMakeLists.txt, lowest first; above them come
+# orvik_formats (src/formats), orvik_cli_lib (src/cli) and the window
+# application (src/gui).
+#
+# ORVIK_CORE_LAYERS lists the core's libraries lowest first, and
+# ORVIK_LAYER_FOLDERS the source folders of every layer, one entry per
+# layer, the folders of one layer joined by "," (tests/core checks the
+# includes of every folder against it).
+set(ORVIK_CORE_LAYERS "")
+set(ORVIK_LAYER_FOLDERS "")
 
 # orvik_include_root(TARGET FOLDER...): makes the headers of the source
 # folders FOLDER... reachable for TARGET and everything linking it as
@@ -42,10 +39,13 @@ function(orvik_include_root target)
 endfunction()
 
 # orvik_add_layer(TARGET FOLDERS folder... [LINKS library...]): the static
-# library of one core layer, built from the sources its folders' CMake
-# files add with target_sources(TARGET ...).
+# library of the next core layer, built from the sources its folders' CMake
+# files add with target_sources(TARGET ...). Call it from the top directory.
 function(orvik_add_layer target)
   cmake_parse_arguments(PARSE_ARGV 1 layer "" "" "FOLDERS;LINKS")
+  list(JOIN layer_FOLDERS "," folders)
+  set(ORVIK_CORE_LAYERS ${ORVIK_CORE_LAYERS} ${target} PARENT_SCOPE)
+  set(ORVIK_LAYER_FOLDERS ${ORVIK_LAYER_FOLDERS} ${folders} PARENT_SCOPE)
   add_library(${target} STATIC)
   orvik_include_root(${target} ${layer_FOLDERS})
   if(layer_LINKS)
