@@ -8,7 +8,7 @@
 #include <string>
 
 #include "cli/cli_host.h"
-#include "shell/tool_dispatch.h"
+#include "commands/command_registry.h"
 
 int main(int argc, char** argv) {
   if (argc < 4) {
@@ -18,7 +18,7 @@ int main(int argc, char** argv) {
   const std::string key = argv[1];
   const long rows = std::stol(argv[2]);
   const long columns = std::stol(argv[3]);
-  const orvik::shell::ToolCommand* command = orvik::shell::FindToolCommand(key);
+  const orvik::shell::CommandDeclaration* command = orvik::commands::FindCommand(key);
   if (command == nullptr || command->run == nullptr) {
     std::fprintf(stderr, "%s cannot be run headless\n", key.c_str());
     return 2;

@@ -36,11 +36,9 @@ void MeanEstimation(shell::Host& host) {
   const auto sample = ReadOneSample(host, kMeanLines);
   if (!sample) return;
   Estimation dialog;
-  if (host.RunDialog(dialog) != shell::DialogOutcome::Accepted) return;
-  const EstimationSettings& settings = host.Settings().estimation;
-  const std::optional<double> sigma =
-      settings.estimateSigma ? std::nullopt : std::optional<double>(settings.sigma1);
-  ShowReport(host, kMeanLines, MeanEstimationTable(*sample, sigma));
+  const auto settings = shell::AskParameters(host, dialog);
+  if (!settings) return;
+  ShowReport(host, kMeanLines, MeanEstimationTable(*sample, settings->sigma));
 }
 
 void VarianceEstimation(shell::Host& host) {
@@ -52,19 +50,21 @@ void VarianceEstimation(shell::Host& host) {
 void ProportionEstimation(shell::Host& host) {
   host.Log().AppendSessionLine(kProportionLines.Starting());
   Proportions dialog;
-  if (host.RunDialog(dialog) != shell::DialogOutcome::Accepted) return;
-  ShowReport(host, kProportionLines, ProportionEstimationTable(host.Settings().estimation.counts1));
+  const auto settings = shell::AskParameters(host, dialog);
+  if (!settings) return;
+  ShowReport(host, kProportionLines, ProportionEstimationTable(settings->counts));
 }
 
 void DiffMeanSelection(shell::Host& host) {
   if (!ResolveTwoColumns(host)) return;
   host.Log().AppendSessionLine(kDiffMeanSelectionLines.Starting());
   TwoEstimation dialog;
-  if (host.RunDialog(dialog) != shell::DialogOutcome::Accepted) return;
-  DiffMeanView(host);
+  const auto settings = shell::AskParameters(host, dialog);
+  if (!settings) return;
+  DiffMeanView(host, *settings);
 }
 
-void DiffMeanView(shell::Host& host) {
+void DiffMeanView(shell::Host& host, const DiffMeanIntervalSettings& settings) {
   host.Log().AppendSessionLine(kDiffMeanLines.Starting());
   const worksheet::Worksheet* sheet = host.ActiveWorksheet();
   if (sheet == nullptr) return RefuseImproper(host, kImproperDiffMean, kDiffMeanLines);
@@ -72,11 +72,8 @@ void DiffMeanView(shell::Host& host) {
   // Each sample needs two values for its variance, also when sigma is given,
   // since the report shows both samples' standard deviations.
   if (samples[0].size() < 2 || samples[1].size() < 2) return RefuseImproper(host, kImproperDiffMean, kDiffMeanLines);
-  const EstimationSettings& settings = host.Settings().estimation;
-  std::optional<std::pair<double, double>> sigmas;
-  if (!settings.estimateSigma) sigmas = std::make_pair(settings.sigma1, settings.sigma2);
   ShowReport(host, kDiffMeanLines,
-             DiffMeanTable(SummariseForInference(samples[0]), SummariseForInference(samples[1]), sigmas));
+             DiffMeanTable(SummariseForInference(samples[0]), SummariseForInference(samples[1]), settings.sigmas));
 }
 
 void PairedDiffMean(shell::Host& host) {
@@ -114,9 +111,9 @@ void RatioVariance(shell::Host& host) {
 void TwoProportionEstimation(shell::Host& host) {
   host.Log().AppendSessionLine(kTwoProportionLines.Starting());
   TwoProportions dialog;
-  if (host.RunDialog(dialog) != shell::DialogOutcome::Accepted) return;
-  const EstimationSettings& settings = host.Settings().estimation;
-  ShowReport(host, kTwoProportionLines, TwoProportionTable(settings.counts1, settings.counts2));
+  const auto settings = shell::AskParameters(host, dialog);
+  if (!settings) return;
+  ShowReport(host, kTwoProportionLines, TwoProportionTable(settings->first, settings->second));
 }
 
 }  // namespace orvik::analyses

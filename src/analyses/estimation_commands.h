@@ -1,5 +1,6 @@
 #pragma once
 
+#include "analyses/analysis_settings.h"
 #include "shell/host.h"
 
 namespace orvik::analyses {
@@ -16,10 +17,11 @@ void VarianceEstimation(shell::Host& host);
 void ProportionEstimation(shell::Host& host);
 // "mnuTwoMean": checks the two-column selection, writes
 // "Estimation for 2-sample mean is starting" and asks the sigmas in
-// TwoEstimation; OK runs DiffMeanView.
+// TwoEstimation; OK runs DiffMeanView with them.
 void DiffMeanSelection(shell::Host& host);
-// The difference of the means of the two columns of the current selection.
-void DiffMeanView(shell::Host& host);
+// The difference of the means of the two columns of the current selection,
+// with the sigmas of `settings` where they are given.
+void DiffMeanView(shell::Host& host, const DiffMeanIntervalSettings& settings);
 // "mnuPaired": the mean of the row-by-row differences of two columns.
 void PairedDiffMean(shell::Host& host);
 // "mnuRatioVarEst": the ratio of the variances of two columns.

@@ -13,9 +13,8 @@ Estimation::Estimation()
 }
 
 bool Estimation::OnOk(shell::Host& host) {
-  EstimationSettings& settings = host.Settings().estimation;
   if (SigmaEstimated()) {
-    settings.estimateSigma = true;
+    result_.sigma.reset();
     return true;
   }
   const auto sigma = PositiveNumber("sigmatxt");
@@ -23,8 +22,7 @@ bool Estimation::OnOk(shell::Host& host) {
     host.Refuse(kInvalidNumericalData);
     return false;
   }
-  settings.estimateSigma = false;
-  settings.sigma1 = *sigma;
+  result_.sigma = *sigma;
   return true;
 }
 
@@ -35,9 +33,8 @@ TwoEstimation::TwoEstimation()
 }
 
 bool TwoEstimation::OnOk(shell::Host& host) {
-  EstimationSettings& settings = host.Settings().estimation;
   if (SigmaEstimated()) {
-    settings.estimateSigma = true;
+    result_.sigmas.reset();
     return true;
   }
   const auto sigma1 = PositiveNumber("sigma1txt");
@@ -46,9 +43,7 @@ bool TwoEstimation::OnOk(shell::Host& host) {
     host.Refuse(kInvalidNumericalData);
     return false;
   }
-  settings.estimateSigma = false;
-  settings.sigma1 = *sigma1;
-  settings.sigma2 = *sigma2;
+  result_.sigmas = std::make_pair(*sigma1, *sigma2);
   return true;
 }
 
@@ -64,7 +59,7 @@ bool Proportions::OnOk(shell::Host& host) {
     host.Refuse(kInvalidNumericalData);
     return false;
   }
-  host.Settings().estimation.counts1 = *counts;
+  result_.counts = *counts;
   return true;
 }
 
@@ -83,8 +78,7 @@ bool TwoProportions::OnOk(shell::Host& host) {
     host.Refuse(kInvalidNumericalData);
     return false;
   }
-  host.Settings().estimation.counts1 = *first;
-  host.Settings().estimation.counts2 = *second;
+  result_ = {*first, *second};
   return true;
 }
 

@@ -57,9 +57,10 @@ std::optional<std::pair<SampleSummary, SampleSummary>> ReadTwoSamples(shell::Hos
   return std::make_pair(SummariseForInference(samples[0]), SummariseForInference(samples[1]));
 }
 
-bool AskTwoSampleTest(shell::Host& host, TwoHypoth::Tested tested, const SessionLines& lines) {
+std::optional<TwoSampleTestSettings> AskTwoSampleTest(shell::Host& host, TwoHypoth::Tested tested,
+                                                      const SessionLines& lines) {
   TwoHypoth dialog(tested, lines.cancel);
-  return host.RunDialog(dialog) == shell::DialogOutcome::Accepted;
+  return shell::AskParameters(host, dialog);
 }
 
 }  // namespace
@@ -68,13 +69,13 @@ void MeanHypothesis(shell::Host& host) {
   const auto sample = ReadOneSample(host, kMeanLines);
   if (!sample) return;
   MeanHypoth dialog(MeanHypoth::Tested::Mean);
-  if (host.RunDialog(dialog) != shell::DialogOutcome::Accepted) return;
-  const TestSettings& s = host.Settings().test;
+  const auto settings = shell::AskParameters(host, dialog);
+  if (!settings) return;
+  const OneSampleTestSettings& s = *settings;
   TestReport report;
   report.hypotheses = MakeHypotheses("mu", kSpacedOperators, stats::FormatNumber(s.hypothesised), s.alternative);
-  report.statisticLabel = s.estimateSigma ? "t = " : "Z = ";
-  report.statistic = OneSampleMeanTest(*sample, s.hypothesised,
-                                       s.estimateSigma ? std::nullopt : std::optional<double>(s.sigma), s.alternative);
+  report.statisticLabel = s.sigma ? "Z = " : "t = ";
+  report.statistic = OneSampleMeanTest(*sample, s.hypothesised, s.sigma, s.alternative);
   report.alphaPercent = s.alphaPercent;
   Conclude(host, kMeanLines, report, {{"Descriptive statistics", *sample}});
 }
@@ -83,8 +84,9 @@ void VarianceHypothesis(shell::Host& host) {
   const auto sample = ReadOneSample(host, kVarianceLines);
   if (!sample) return;
   MeanHypoth dialog(MeanHypoth::Tested::Variance);
-  if (host.RunDialog(dialog) != shell::DialogOutcome::Accepted) return;
-  const TestSettings& s = host.Settings().test;
+  const auto settings = shell::AskParameters(host, dialog);
+  if (!settings) return;
+  const OneSampleTestSettings& s = *settings;
   TestReport report;
   report.hypotheses =
       MakeHypotheses("sigma^2", kSpacedOperators, stats::FormatNumber(s.hypothesised), s.alternative);
@@ -98,12 +100,13 @@ void VarianceHypothesis(shell::Host& host) {
 void ProportionHypothesis(shell::Host& host) {
   host.Log().AppendSessionLine(kProportionLines.Starting());
   HypothProportion dialog;
-  if (host.RunDialog(dialog) != shell::DialogOutcome::Accepted) return;
-  const TestSettings& s = host.Settings().test;
+  const auto settings = shell::AskParameters(host, dialog);
+  if (!settings) return;
+  const ProportionTestSettings& s = *settings;
   TestReport report;
   report.hypotheses = MakeHypotheses("p", kSpacedOperators, stats::FormatNumber(s.hypothesised), s.alternative);
   report.statisticLabel = "Z = ";
-  report.statistic = OneProportionTest(s.counts1, s.hypothesised, s.alternative);
+  report.statistic = OneProportionTest(s.counts, s.hypothesised, s.alternative);
   report.alphaPercent = s.alphaPercent;
   Conclude(host, kProportionLines, report, {});
 }
@@ -111,12 +114,13 @@ void ProportionHypothesis(shell::Host& host) {
 void TwoProportionHypothesis(shell::Host& host) {
   host.Log().AppendSessionLine(kTwoProportionLines.Starting());
   TwoHypothProportion dialog;
-  if (host.RunDialog(dialog) != shell::DialogOutcome::Accepted) return;
-  const TestSettings& s = host.Settings().test;
+  const auto settings = shell::AskParameters(host, dialog);
+  if (!settings) return;
+  const TwoProportionTestSettings& s = *settings;
   TestReport report;
   report.hypotheses = MakeHypotheses("Proportion differnce", kSpacedOperators, "0", s.alternative);
   report.statisticLabel = "Z = ";
-  report.statistic = TwoProportionTest(s.counts1, s.counts2, s.alternative);
+  report.statistic = TwoProportionTest(s.first, s.second, s.alternative);
   report.alphaPercent = s.alphaPercent;
   Conclude(host, kTwoProportionLines, report, {});
 }
@@ -124,8 +128,10 @@ void TwoProportionHypothesis(shell::Host& host) {
 void TwoHypothVariance(shell::Host& host) {
   if (!ResolveTwoColumns(host)) return;
   const auto samples = ReadTwoSamples(host, kTwoVarianceLines);
-  if (!samples || !AskTwoSampleTest(host, TwoHypoth::Tested::Variances, kTwoVarianceLines)) return;
-  const TestSettings& s = host.Settings().test;
+  if (!samples) return;
+  const auto settings = AskTwoSampleTest(host, TwoHypoth::Tested::Variances, kTwoVarianceLines);
+  if (!settings) return;
+  const TwoSampleTestSettings& s = *settings;
   TestReport report;
   report.hypotheses = MakeHypotheses("sigma^2_1", kJoinedOperators, "sigma^2_2", s.alternative);
   report.statisticLabel = "F = ";
@@ -138,8 +144,10 @@ void TwoHypothVariance(shell::Host& host) {
 void TwoHypothMean(shell::Host& host) {
   if (!ResolveTwoColumns(host)) return;
   const auto samples = ReadTwoSamples(host, kTwoMeanLines);
-  if (!samples || !AskTwoSampleTest(host, TwoHypoth::Tested::Means, kTwoMeanLines)) return;
-  const TestSettings& s = host.Settings().test;
+  if (!samples) return;
+  const auto settings = AskTwoSampleTest(host, TwoHypoth::Tested::Means, kTwoMeanLines);
+  if (!settings) return;
+  const TwoSampleTestSettings& s = *settings;
   TestReport report;
   report.hypotheses = MakeHypotheses("mu1", kJoinedOperators, "mu2", s.alternative);
   report.statisticLabel = "t = ";
@@ -159,9 +167,10 @@ void TwoHypothPairedMean(shell::Host& host) {
     host.Log().AppendSessionLine(kPairedLines.cancel);
     return;
   }
-  if (!AskTwoSampleTest(host, TwoHypoth::Tested::PairedMeans, kPairedLines)) return;
+  const auto settings = AskTwoSampleTest(host, TwoHypoth::Tested::PairedMeans, kPairedLines);
+  if (!settings) return;
   const std::vector<double> differences = Differences(pairs);
-  const TestSettings& s = host.Settings().test;
+  const TwoSampleTestSettings& s = *settings;
   TestReport report;
   report.hypotheses = MakeHypotheses("Difference of means(μD)", kPairedOperators, "0", s.alternative);
   report.statisticLabel = "t = ";

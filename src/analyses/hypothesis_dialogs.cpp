@@ -24,7 +24,6 @@ MeanHypoth::MeanHypoth(Tested tested)
 }
 
 bool MeanHypoth::OnOk(shell::Host& host) {
-  TestSettings& settings = host.Settings().test;
   const bool estimate = tested_ == Tested::Variance || SigmaEstimated();
   const auto sigma = PositiveNumber("sigmatxt");
   if (!estimate && !sigma) {
@@ -38,11 +37,10 @@ bool MeanHypoth::OnOk(shell::Host& host) {
     host.Refuse(kInvalidNumericalData);
     return false;
   }
-  settings.estimateSigma = estimate;
-  if (!estimate) settings.sigma = *sigma;
-  settings.hypothesised = *hypothesised;
-  settings.alphaPercent = *alpha;
-  settings.alternative = ChosenAlternative();
+  result_.sigma = estimate ? std::nullopt : sigma;
+  result_.hypothesised = *hypothesised;
+  result_.alphaPercent = *alpha;
+  result_.alternative = ChosenAlternative();
   return true;
 }
 
@@ -64,11 +62,7 @@ bool HypothProportion::OnOk(shell::Host& host) {
     host.Refuse(kInvalidNumericalData);
     return false;
   }
-  TestSettings& settings = host.Settings().test;
-  settings.counts1 = *counts;
-  settings.hypothesised = *p0;
-  settings.alphaPercent = *alpha;
-  settings.alternative = ChosenAlternative();
+  result_ = {*counts, *p0, *alpha, ChosenAlternative()};
   return true;
 }
 
@@ -91,11 +85,7 @@ bool TwoHypothProportion::OnOk(shell::Host& host) {
     host.Refuse(kInvalidNumericalData);
     return false;
   }
-  TestSettings& settings = host.Settings().test;
-  settings.counts1 = *first;
-  settings.counts2 = *second;
-  settings.alphaPercent = *alpha;
-  settings.alternative = ChosenAlternative();
+  result_ = {*first, *second, *alpha, ChosenAlternative()};
   return true;
 }
 
@@ -113,10 +103,7 @@ bool TwoHypoth::OnOk(shell::Host& host) {
     host.Refuse(kInvalidNumericalData);
     return false;
   }
-  TestSettings& settings = host.Settings().test;
-  settings.alphaPercent = *alpha;
-  settings.alternative = ChosenAlternative();
-  settings.equalVariance = Control("EqualVar").checked;
+  result_ = {*alpha, ChosenAlternative(), Control("EqualVar").checked};
   return true;
 }
 

@@ -17,14 +17,17 @@ namespace orvik::analyses {
 // Cancel writes "Cancel hypothesis test for 1-sample".
 class MeanHypoth : public AnalysisDialog {
  public:
+  using Parameters = OneSampleTestSettings;
   enum class Tested { Mean, Variance };
   explicit MeanHypoth(Tested tested = Tested::Mean);
+  const OneSampleTestSettings& Result() const { return result_; }
 
  protected:
   bool OnOk(shell::Host& host) override;
 
  private:
   Tested tested_;
+  OneSampleTestSettings result_;
 };
 
 // The 1-sample proportion test: defectives defecttxt out of sampletxt, the
@@ -32,20 +35,30 @@ class MeanHypoth : public AnalysisDialog {
 // and the alternative. Cancel writes "Cancel hypothesis test for 1-sample".
 class HypothProportion : public AnalysisDialog {
  public:
+  using Parameters = ProportionTestSettings;
   HypothProportion();
+  const ProportionTestSettings& Result() const { return result_; }
 
  protected:
   bool OnOk(shell::Host& host) override;
+
+ private:
+  ProportionTestSettings result_;
 };
 
 // The 2-sample proportion test: defect1txt of sample1txt, defect2txt of
 // sample2txt, alphatxt and the alternative.
 class TwoHypothProportion : public AnalysisDialog {
  public:
+  using Parameters = TwoProportionTestSettings;
   TwoHypothProportion();
+  const TwoProportionTestSettings& Result() const { return result_; }
 
  protected:
   bool OnOk(shell::Host& host) override;
+
+ private:
+  TwoProportionTestSettings result_;
 };
 
 // The 2-sample variance, 2-sample t and paired t tests: alphatxt, the
@@ -53,11 +66,16 @@ class TwoHypothProportion : public AnalysisDialog {
 // EqualVar (checked: the pooled form). Cancel writes `cancel_line`.
 class TwoHypoth : public AnalysisDialog {
  public:
+  using Parameters = TwoSampleTestSettings;
   enum class Tested { Variances, Means, PairedMeans };
   explicit TwoHypoth(Tested tested = Tested::Means, std::string cancel_line = {});
+  const TwoSampleTestSettings& Result() const { return result_; }
 
  protected:
   bool OnOk(shell::Host& host) override;
+
+ private:
+  TwoSampleTestSettings result_;
 };
 
 std::unique_ptr<shell::DialogModel> MakeMeanHypoth();

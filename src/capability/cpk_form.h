@@ -17,11 +17,13 @@ namespace orvik::capability {
 // CpkCancle.
 class CpkForm : public shell::DialogModel {
  public:
+  using Parameters = CpkSettings;
+
   // The dialog as it opens, showing `previous` when a study was set up
   // earlier in the session.
   explicit CpkForm(const CpkSettings& previous = {});
 
-  // What OK stored; valid after an accepted OK.
+  // What OK confirmed; valid after an accepted OK.
   const CpkSettings& Result() const { return result_; }
 
  protected:

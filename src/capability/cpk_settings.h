@@ -2,9 +2,9 @@
 
 namespace orvik::capability {
 
-// The limits and subgroup choice of a capability study as CpkForm stores
-// them; they stay set for the rest of the session until the dialog writes
-// them again.
+// The limits and subgroup choice of a capability study as CpkForm confirms
+// them. The program keeps the last confirmed record, and the dialog opens
+// showing it the next time.
 struct CpkSettings {
   bool confirmed = false;  // the dialog has been confirmed at least once
   double USL = 0.0;

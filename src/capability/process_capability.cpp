@@ -152,8 +152,7 @@ shell::ResultTable CapabilityTable(const CapabilityResult& r) {
   return table;
 }
 
-void CpkResultView(shell::Host& host) {
-  const CpkSettings& study = host.Settings().cpk;
+void CpkResultView(shell::Host& host, const CpkSettings& study) {
   const worksheet::Worksheet* sheet = host.ActiveWorksheet();
   // Moving ranges and subgroups follow time, which runs along the rows of
   // a block of subgroups (one subgroup per row), so the values are taken
@@ -203,10 +202,10 @@ void CpkSelection(shell::Host& host) {
     host.Log().AppendSessionLine(kCancelLine);
     return;
   }
-  CpkForm form(host.Settings().cpk);
-  if (host.RunDialog(form) != shell::DialogOutcome::Accepted) return;
-  host.Settings().cpk = form.Result();
-  CpkResultView(host);
+  CpkForm form(host.Settings().Last<CpkSettings>());
+  const auto study = shell::AskParameters(host, form);
+  if (!study) return;
+  CpkResultView(host, *study);
 }
 
 }  // namespace orvik::capability

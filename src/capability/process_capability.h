@@ -41,13 +41,14 @@ CapabilityOutcome ComputeCapability(std::span<const double> values, const CpkSet
 // The sixteen-row result grid.
 shell::ResultTable CapabilityTable(const CapabilityResult& result);
 
-// The study on the current selection with the settings of the last
-// confirmed CpkForm: validation, figures, and the result window with its
-// histogram, limit and mean lines and labels.
-void CpkResultView(shell::Host& host);
+// The study on the current selection with the limits and subgroups of
+// `study`: validation, figures, and the result window with its histogram,
+// limit and mean lines and labels.
+void CpkResultView(shell::Host& host, const CpkSettings& study);
 
 // The command "mnuPCR": checks the selection, writes the starting line and
-// asks for the limits in CpkForm; OK runs CpkResultView.
+// asks for the limits in CpkForm, which shows the last confirmed ones; OK
+// runs CpkResultView with the confirmed settings.
 void CpkSelection(shell::Host& host);
 
 }  // namespace orvik::capability

@@ -38,13 +38,18 @@ bool ReadCounts(shell::Host& host, const std::string& name, const char* one_colu
   return !out.empty();
 }
 
+// The sample size dialog. `floor` is the least n it accepts.
 class PnSubForm : public shell::DialogModel {
  public:
-  PnSubForm() : shell::DialogModel("PnSubForm", "Sample Size") {
+  using Parameters = NpSampleSize;
+
+  explicit PnSubForm(double floor = 0.0) : shell::DialogModel("PnSubForm", "Sample Size"), floor_(floor) {
     AddTextBox("Pntxt");
     AddCommandButton("PnOk", "OK");
     AddCommandButton("PnCancle", "Cancel");
   }
+
+  const NpSampleSize& Result() const { return result_; }
 
  protected:
   bool OnOk(shell::Host& host) override {
@@ -57,14 +62,18 @@ class PnSubForm : public shell::DialogModel {
       host.Refuse("Please, input valid numerical data");
       return false;
     }
-    if (n < 0 || n < host.Settings().npSampleSizeFloor) {
+    if (n < 0 || n < floor_) {
       host.Refuse("Improper data for np control chart");
       return false;
     }
-    host.Settings().npSampleSize = n;
+    result_.n = n;
     return true;
   }
   void OnCancel(shell::Host& host) override { host.Log().AppendSessionLine(CancelLine("np")); }
+
+ private:
+  double floor_;
+  NpSampleSize result_;
 };
 
 }  // namespace
@@ -91,11 +100,11 @@ void PnView(shell::Host& host) {
   if (!ReadCounts(host, name, worksheet::messages::kSelectOneColumnOnly, counts)) return;
   // No sample can hold more nonconforming units than its size, so the
   // largest count is the least n the dialog accepts.
-  host.Settings().npSampleSizeFloor = *std::max_element(counts.begin(), counts.end());
-  PnSubForm dialog;
-  if (host.RunDialog(dialog) != shell::DialogOutcome::Accepted) return;
+  PnSubForm dialog(*std::max_element(counts.begin(), counts.end()));
+  const auto size = shell::AskParameters(host, dialog);
+  if (!size) return;
   RunChartComputation(host, name, [&] {
-    ControlLimits limits = NpLimits(counts, host.Settings().npSampleSize);
+    ControlLimits limits = NpLimits(counts, size->n);
     ApplyGivenLimits(host.Settings().givenLimits, 0, kNpSigma, limits);
     ControlChart chart = MakeControlChart("np", counts, limits);
     chart.valueDecimals = 12;

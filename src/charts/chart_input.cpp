@@ -37,6 +37,7 @@ SubgroupSelection::SubgroupSelection() : shell::DialogModel("Selection", "Subgro
 void SubgroupSelection::Prefill(const worksheet::DataSelection& selection) {
   MutableControl("FirstColtxt").text = worksheet::ColumnLetters(selection.firstColumn);
   MutableControl("LastColtxt").text = worksheet::ColumnLetters(selection.lastColumn);
+  result_ = {selection.firstColumn, selection.lastColumn};
 }
 
 std::optional<long> ParseColumn(const std::string& text) {
@@ -61,7 +62,6 @@ std::optional<long> ParseColumn(const std::string& text) {
 }
 
 bool SubgroupSelection::OnOk(shell::Host& host) {
-  changed_ = false;
   const std::string& first_text = Control("FirstColtxt").text;
   const std::string& last_text = Control("LastColtxt").text;
   if (first_text.find_first_not_of(" \t") == std::string::npos &&
@@ -74,12 +74,7 @@ bool SubgroupSelection::OnOk(shell::Host& host) {
     host.Refuse(worksheet::messages::kSelectValidData);
     return false;
   }
-  worksheet::DataSelection& selection = host.CurrentSelection();
-  if (selection.firstColumn == *first && selection.lastColumn == *last) return true;
-  selection.firstColumn = *first;
-  selection.lastColumn = *last;
-  selection.columnStep = *last >= *first ? 1 : -1;
-  changed_ = true;
+  result_ = {*first, *last};
   return true;
 }
 
@@ -95,8 +90,15 @@ bool PrepareChartInput(shell::Host& host, const std::string& name, bool opens_se
   if (!opens_selection) return true;
   SubgroupSelection dialog;
   dialog.Prefill(host.CurrentSelection());
-  if (host.RunDialog(dialog) != shell::DialogOutcome::Accepted) return false;
-  return !dialog.Changed() || read_and_check();
+  const auto columns = shell::AskParameters(host, dialog);
+  if (!columns) return false;
+  worksheet::DataSelection& selection = host.CurrentSelection();
+  if (selection.firstColumn == columns->first && selection.lastColumn == columns->last) return true;
+  // Other columns: the block is read and checked again over them.
+  selection.firstColumn = columns->first;
+  selection.lastColumn = columns->last;
+  selection.columnStep = columns->last >= columns->first ? 1 : -1;
+  return read_and_check();
 }
 
 }  // namespace orvik::charts

@@ -27,25 +27,34 @@ struct Subgroups {
 // charted against the wrong limits, so the chart refuses such a block.
 std::optional<Subgroups> ReadSubgroups(const worksheet::Worksheet& sheet, const worksheet::DataSelection& selection);
 
+// What the column dialog `Selection` confirms: the first and last column of
+// the subgroups.
+struct SubgroupColumns {
+  long first = 0;
+  long last = 0;
+};
+
 // The column dialog `Selection` that the xbar-R, xbar-s and x-MR charts open
 // first. FirstColtxt and LastColtxt hold the first and last column of the
 // subgroups (letters such as "B" or numbers); they start with the selected
-// block's columns, and OK with them unchanged, or empty, keeps the block.
-// Cancel writes "Cancel Subgroup selection".
+// block's columns, and OK with them unchanged, or empty, confirms the
+// block's columns. Cancel writes "Cancel Subgroup selection".
 class SubgroupSelection : public shell::DialogModel {
  public:
+  using Parameters = SubgroupColumns;
+
   SubgroupSelection();
   // Shows the block's columns.
   void Prefill(const worksheet::DataSelection& selection);
-  // Whether OK changed the columns of the current selection.
-  bool Changed() const { return changed_; }
+  // The columns OK confirmed; valid after an accepted OK.
+  const SubgroupColumns& Result() const { return result_; }
 
  protected:
   bool OnOk(shell::Host& host) override;
   void OnCancel(shell::Host& host) override;
 
  private:
-  bool changed_ = false;
+  SubgroupColumns result_;
 };
 
 std::unique_ptr<shell::DialogModel> MakeSubgroupSelection();

@@ -23,7 +23,15 @@ void MRView(shell::Host& host);   // "mnuMR"
 void CView(shell::Host& host);   // "mnuC"
 void PnView(shell::Host& host);  // "mnuPn", after the PnSubForm dialog
 
-// The np chart's sample size dialog: Pntxt, PnOk, PnCancle.
+// What the np chart's sample size dialog PnSubForm confirms: the common
+// sample size n of the chart's samples.
+struct NpSampleSize {
+  double n = 0.0;
+};
+
+// The np chart's sample size dialog: Pntxt, PnOk, PnCancle. Made fresh, it
+// accepts any positive n; the chart makes its own with the least n its
+// counts allow.
 std::unique_ptr<shell::DialogModel> MakePnSubForm();
 
 }  // namespace orvik::charts

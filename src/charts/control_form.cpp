@@ -151,24 +151,13 @@ shell::ResultWindow TwoChartWindow(const std::string& title, const std::string& 
 }
 
 std::optional<std::string> PointInformation(const shell::ResultWindow& window, const std::string& chart_name,
-                                            long point_number) {
-  static constexpr std::array<std::string_view, 7> kUpper = {
-      "xbar-R control chart", "x-MR control chart", "xbar control chart", "xbar-s control chart",
-      "np control chart",     "CUSUM control chart", "CV control chart"};
-  static constexpr std::array<std::string_view, 12> kLower = {
-      "xbar-R control chart", "x-MR control chart", "xbar-s control chart", "S control chart",
-      "R control chart",      "p control chart",    "np control chart",     "c control chart",
-      "u control chart",      "EWMA control chart", "MA control chart",     "MR control chart"};
-  const auto listed = [&window](const auto& titles) {
-    return std::find(titles.begin(), titles.end(), window.title) != titles.end();
-  };
-  // A two-chart window answers on the upper chart for the first list and on
-  // the lower chart for the second; a one-chart window has its only chart
-  // in ChartOne and answers when its title is in either list.
+                                            long point_number, const shell::PointAnswers& answers) {
+  // A one-chart window has its only chart in ChartOne, which answers when
+  // either chart is named.
   const bool two_charts = window.charts.size() > 1;
   bool shows = false;
-  if (chart_name == "ChartOne") shows = listed(kUpper) || (!two_charts && listed(kLower));
-  else if (chart_name == "ChartTwo") shows = two_charts && listed(kLower);
+  if (chart_name == "ChartOne") shows = answers.upperChart || (!two_charts && answers.lowerChart);
+  else if (chart_name == "ChartTwo") shows = two_charts && answers.lowerChart;
   if (!shows) return std::nullopt;
   for (const auto& chart : window.charts) {
     if (chart.name != chart_name || chart.series.empty()) continue;

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "charts/control_limits.h"
+#include "shell/command_declaration.h"
 #include "shell/command_failed.h"
 #include "shell/host.h"
 #include "shell/result_window.h"
@@ -62,10 +63,10 @@ shell::ResultWindow TwoChartWindow(const std::string& title, const std::string& 
 
 // The text a chart of a control chart window shows when the user clicks a
 // point: "Number: 3 | Value: 25.001". Windows show it only on the charts
-// their title names; for other charts (and points out of range) the result
-// is empty.
+// `answers` names (the declaration of the command that made the window);
+// for other charts (and points out of range) the result is empty.
 std::optional<std::string> PointInformation(const shell::ResultWindow& window, const std::string& chart_name,
-                                            long point_number);
+                                            long point_number, const shell::PointAnswers& answers);
 
 // The three session sentences and the failure text of chart `name`
 // ("xbar-R", "np", ...).

@@ -3,7 +3,6 @@
 #include <array>
 
 #include "shell/host.h"
-#include "shell/tool_dispatch.h"
 #include "worksheet/cell_number.h"
 #include "worksheet/data_selection.h"
 
@@ -78,15 +77,5 @@ void GivenLimitsDialog::OnCancel(shell::Host&) {}
 
 std::unique_ptr<shell::DialogModel> MakeControlLimit() { return std::make_unique<GivenLimitsDialog>(1); }
 std::unique_ptr<shell::DialogModel> MakeControlTwoLimit() { return std::make_unique<GivenLimitsDialog>(2); }
-
-bool IsTwoChartKey(std::string_view key) { return key == "mnuBarX-R" || key == "mnuBarXS" || key == "mnuX-Rs"; }
-
-void OpenGivenLimits(shell::Host& host, std::string_view key) {
-  GivenLimitsDialog dialog(IsTwoChartKey(key) ? 2 : 1);
-  dialog.LoadFrom(host.Settings().givenLimits);
-  if (host.RunDialog(dialog) != shell::DialogOutcome::Accepted) return;
-  const shell::ToolCommand* command = shell::FindToolCommand(key);
-  if (command != nullptr && command->run != nullptr) command->run(host);
-}
 
 }  // namespace orvik::charts

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <memory>
-#include <string_view>
 
 #include "shell/dialog_model.h"
 #include "shell/program_settings.h"
@@ -36,14 +35,5 @@ class GivenLimitsDialog : public shell::DialogModel {
 
 std::unique_ptr<shell::DialogModel> MakeControlLimit();
 std::unique_ptr<shell::DialogModel> MakeControlTwoLimit();
-
-// Whether the window of tool key `key` holds two charts (xbar-R, xbar-s, x-MR).
-bool IsTwoChartKey(std::string_view key);
-
-// Opens the given-limits dialog that fits the chart of tool key `key`,
-// showing the limits in force; when the user presses OK the chart is run
-// again and drawn in a new result window. Result windows offer this through
-// their commandKey.
-void OpenGivenLimits(shell::Host& host, std::string_view key);
 
 }  // namespace orvik::charts

@@ -10,9 +10,9 @@
 #include "cli/cli_host.h"
 #include "cli/json_writer.h"
 #include "cli/report.h"
+#include "commands/command_registry.h"
 #include "formats/workbook_file.h"
 #include "shell/analysis_input.h"
-#include "shell/tool_dispatch.h"
 #include "stats/calc_catalog.h"
 #include "worksheet/cell_number.h"
 
@@ -73,7 +73,7 @@ CommandLine ParseOptions(const std::vector<std::string>& args, bool takes_key, b
 // Checks every --set and --cancel against the dialogs of the application.
 void CheckDialogNames(const CommandLine& line) {
   for (const auto& setting : line.settings) {
-    const shell::DialogEntry* entry = shell::FindDialog(setting.dialog);
+    const shell::DialogDeclaration* entry = commands::FindDialog(setting.dialog);
     if (entry == nullptr) throw UsageError("unknown dialog: " + setting.dialog);
     const auto dialog = entry->make();
     if (!dialog->HasControl(setting.control))
@@ -87,7 +87,7 @@ void CheckDialogNames(const CommandLine& line) {
       throw UsageError(setting.dialog + "." + setting.control + " cannot be set");
   }
   for (const auto& name : line.cancelled_dialogs)
-    if (shell::FindDialog(name) == nullptr) throw UsageError("unknown dialog: " + name);
+    if (commands::FindDialog(name) == nullptr) throw UsageError("unknown dialog: " + name);
 }
 
 // The worksheet a fresh program shows: "WorkSheet 1", holding the file.
@@ -111,7 +111,7 @@ void Print(const std::string& text) { std::fwrite(text.data(), 1, text.size(), s
 int RunCommand(const std::vector<std::string>& args) {
   const CommandLine line = ParseOptions(args, true, true);
   if (line.key.empty()) throw UsageError("run needs a tool key");
-  const shell::ToolCommand* command = shell::FindToolCommand(line.key);
+  const shell::CommandDeclaration* command = commands::FindCommand(line.key);
   if (command == nullptr) throw UsageError("unknown tool key: " + line.key);
   if (command->scope == shell::CommandScope::Window)
     throw UsageError(line.key + " works on the windows of the application; run it in orvik");
@@ -197,7 +197,7 @@ int DialogsCommand(const std::vector<std::string>& args) {
   if (line.format == Format::Json) {
     JsonWriter json;
     json.BeginArray();
-    for (const auto& entry : shell::DialogCatalog()) {
+    for (const auto& entry : commands::Dialogs()) {
       const auto dialog = entry.make();
       json.BeginObject().Field("name", dialog->Name()).Field("caption", dialog->Caption());
       json.Key("controls").BeginArray();
@@ -214,7 +214,7 @@ int DialogsCommand(const std::vector<std::string>& args) {
     return 0;
   }
   std::string out;
-  for (const auto& entry : shell::DialogCatalog()) {
+  for (const auto& entry : commands::Dialogs()) {
     const auto dialog = entry.make();
     out += dialog->Name() + " (" + dialog->Caption() + ")\n";
     for (const auto& control : dialog->Controls()) {

@@ -2,7 +2,7 @@
 
 #include <stdexcept>
 
-#include "shell/tool_dispatch.h"
+#include "commands/command_registry.h"
 
 namespace orvik::cli {
 
@@ -32,7 +32,7 @@ bool RunDialogsBeforeCommand(CliHost& host, const std::vector<DialogSetting>& se
   std::set<std::string> done;
   for (const auto& setting : settings) {
     if (!done.insert(setting.dialog).second) continue;
-    const shell::DialogEntry* entry = shell::FindDialog(setting.dialog);
+    const shell::DialogDeclaration* entry = commands::FindDialog(setting.dialog);
     if (entry == nullptr || !entry->opensBeforeCommand) continue;
     const auto dialog = entry->make();
     if (host.RunDialog(*dialog) != shell::DialogOutcome::Accepted) return false;

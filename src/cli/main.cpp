@@ -5,12 +5,12 @@
 #include <vector>
 
 #include "cli/cli_commands.h"
-#include "shell/tool_dispatch.h"
+#include "commands/command_registry.h"
 
 namespace {
 
 int KeysCommand() {
-  for (const auto& command : orvik::shell::ToolCommands()) {
+  for (const auto& command : orvik::commands::Commands()) {
     const char* state = command.scope == orvik::shell::CommandScope::Window ? "window only"
                         : command.run != nullptr                           ? "available"
                                                                            : "not available yet";

@@ -19,7 +19,8 @@
 #include <algorithm>
 #include <fstream>
 
-#include "charts/given_limits_dialog.h"
+#include "commands/command_registry.h"
+#include "commands/result_window_actions.h"
 #include "formats/delimited_text.h"
 #include "gui/chart_view.h"
 #include "gui/project_actions.h"
@@ -28,7 +29,6 @@
 #include "gui/tool_dialogs.h"
 #include "gui/worksheet_window.h"
 #include "shell/command_failed.h"
-#include "shell/tool_dispatch.h"
 
 namespace orvik::gui {
 
@@ -38,10 +38,6 @@ namespace {
 const std::pair<const char*, const char*> kMenus[] = {
     {"mnuFile", "&File"},   {"mnuEdit", "&Edit"},         {"mnuView", "&View"},     {"mnuTool", "&Tool"},
     {"mnuGraph", "&Graph"}, {"mnuAnalysis", "&Analysis"}, {"mnuWindow", "&Window"}, {"mnuHelp", "&Help"}};
-
-// Window commands whose work is not part of the program yet (the help
-// file, cell types); their tools stay disabled.
-const char* const kUnbuiltWindowKeys[] = {"mnuContents", "mnuCellType"};
 
 // The tools of the standard toolbar, with the short text their icons show.
 const std::pair<const char*, const char*> kStandardBar[] = {
@@ -158,7 +154,7 @@ void MainWindow::CreateBars() {
     menu->setObjectName(QString::fromLatin1(key));
     menus_.insert(QString::fromLatin1(key), menu);
   }
-  for (const shell::ToolCommand& command : shell::ToolCommands()) {
+  for (const shell::CommandDeclaration& command : commands::Commands()) {
     const QString key = QString::fromLatin1(command.key.data(), static_cast<qsizetype>(command.key.size()));
     if (tools_.contains(key)) continue;
     const QString group = QString::fromLatin1(command.menu.data(), static_cast<qsizetype>(command.menu.size()));
@@ -171,8 +167,7 @@ void MainWindow::CreateBars() {
     }
     auto* action = new QAction(QString::fromUtf8(command.caption.data(), static_cast<qsizetype>(command.caption.size())), this);
     action->setObjectName(key);
-    bool unbuilt = command.scope == shell::CommandScope::Core && command.run == nullptr;
-    for (const char* window_key : kUnbuiltWindowKeys) unbuilt |= key == QLatin1String(window_key);
+    const bool unbuilt = !command.Available();
     action->setProperty("unbuilt", unbuilt);
     action->setEnabled(!unbuilt);
     connect(action, &QAction::triggered, this, [this, action] { ToolClick(action); });
@@ -306,7 +301,7 @@ void MainWindow::ToolClick(QAction* tool) {
 
 void MainWindow::ToolClick(const QString& key) {
   const std::string name = key.toStdString();
-  const shell::ToolCommand* command = shell::FindToolCommand(name);
+  const shell::CommandDeclaration* command = commands::FindCommand(name);
   if (!command) return;
   if (command->scope == shell::CommandScope::Window) {
     if (const auto handler = window_commands_.value(key)) handler();
@@ -330,7 +325,7 @@ void MainWindow::RunGuarded(const std::function<void()>& body) {
 
 void MainWindow::OpenGivenLimits(const QString& key) {
   const std::string name = key.toStdString();
-  RunGuarded([this, &name] { charts::OpenGivenLimits(host_, name); });
+  RunGuarded([this, &name] { commands::OpenGivenLimits(host_, name); });
 }
 
 void MainWindow::UpdateGivenLimitsTool() {

@@ -8,7 +8,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "charts/control_form.h"
+#include "commands/result_window_actions.h"
 #include "gui/chart_view.h"
 #include "gui/result_grid_model.h"
 #include "worksheet/delimited_cells.h"
@@ -37,7 +37,7 @@ ResultWindowWidget::ResultWindowWidget(shell::ResultWindow window_record, QWidge
   auto* split = window.charts.empty() ? nullptr : new QSplitter(Qt::Vertical);
   for (const shell::ChartSeries& chart : window.charts) {
     auto* view = new ChartView(chart, [this](const std::string& name, long number) {
-      return charts::PointInformation(record_, name, number);
+      return commands::PointInformation(record_, name, number);
     });
     view->installEventFilter(this);
     split->addWidget(view);
@@ -121,7 +121,7 @@ ResultWindowWidget::ResultWindowWidget(shell::ResultWindow window_record, QWidge
 }
 
 bool ResultWindowWidget::OffersGivenLimits() const {
-  return record_.kind == shell::WindowKind::ControlForm && !record_.commandKey.empty();
+  return commands::OffersGivenLimits(record_);
 }
 
 ChartView* ResultWindowWidget::ActiveChart() const {

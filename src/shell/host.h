@@ -1,5 +1,6 @@
 #pragma once
 
+#include <concepts>
 #include <functional>
 #include <optional>
 
@@ -73,9 +74,27 @@ class Host {
   std::optional<CommandRun> recording_;
   const CommandRun* replaying_ = nullptr;
   std::optional<worksheet::Worksheet> replay_sheet_;
-  std::size_t replay_next_setting_ = 0;
   // The controls of the last confirmed dialog that opens before commands.
   std::vector<ControlSetting> options_before_command_;
 };
+
+// A dialog whose OK yields a typed record of parameters: `Parameters` is the
+// record's type and Result() the record of the last accepted OK.
+template <class D>
+concept ParameterDialog = std::derived_from<D, DialogModel> && requires(const D& dialog) {
+  typename D::Parameters;
+  { dialog.Result() } -> std::convertible_to<const typename D::Parameters&>;
+};
+
+// Shows `dialog`. On OK its record becomes the program's last confirmed
+// parameters of that type and is returned for the command to use; after
+// cancel nothing is returned and the stored record is left as it was.
+template <ParameterDialog D>
+std::optional<typename D::Parameters> AskParameters(Host& host, D& dialog) {
+  if (host.RunDialog(dialog) != DialogOutcome::Accepted) return std::nullopt;
+  auto& last = host.Settings().Last<typename D::Parameters>();
+  last = dialog.Result();
+  return last;
+}
 
 }  // namespace orvik::shell

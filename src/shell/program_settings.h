@@ -1,10 +1,11 @@
 #pragma once
 
+#include <any>
 #include <array>
+#include <map>
 #include <string>
-
-#include "analyses/analysis_settings.h"
-#include "capability/cpk_settings.h"
+#include <typeindex>
+#include <typeinfo>
 
 namespace orvik::shell {
 
@@ -25,17 +26,24 @@ struct GivenLimits {
   std::array<GivenLimitTexts, 2> charts;
 };
 
-// Program-wide settings: the parameters that dialogs store for the analyses
-// to read, kept for the whole run. Each analysis adds its own record here.
-struct ProgramSettings {
-  capability::CpkSettings cpk;  // the last confirmed CpkForm
+// What lives for the whole run beside the session log: the given control
+// limits, which every control chart reads, and the parameters each dialog
+// last confirmed, which a dialog may show again as its defaults.
+class ProgramSettings {
+ public:
   GivenLimits givenLimits;
-  // The np chart's common sample size n (dialog PnSubForm) and the lower
-  // bound the dialog checks n against, set by the chart before it opens.
-  double npSampleSize = 0.0;
-  double npSampleSizeFloor = 0.0;
-  analyses::EstimationSettings estimation;  // the last confirmed estimation dialog
-  analyses::TestSettings test;              // the last confirmed test dialog
+
+  // The record of type P that a dialog last confirmed; P's default values
+  // until the first confirmation. Every dialog has a record type of its own,
+  // so the type names the slot and the shell needs no analysis's headers.
+  template <class P>
+  P& Last() {
+    auto [slot, added] = last_.try_emplace(std::type_index(typeid(P)), std::in_place_type<P>);
+    return std::any_cast<P&>(slot->second);
+  }
+
+ private:
+  std::map<std::type_index, std::any> last_;
 };
 
 }  // namespace orvik::shell

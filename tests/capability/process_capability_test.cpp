@@ -213,7 +213,7 @@ TEST(CpkSelectionTest, RunsTheStudyWithTheDialogSettings) {
   EXPECT_EQ(chart.lines[1].label, "LSL: 9");
   EXPECT_EQ(chart.lines[2].label, "Mean:10.07");
   EXPECT_EQ(chart.labels.at(3).text, "Cp : 1.12800002   Cpk : 1.04904002");
-  EXPECT_EQ(host.Settings().cpk.USL, 11);
+  EXPECT_EQ(host.Settings().Last<CpkSettings>().USL, 11);
   EXPECT_EQ(LogLines(host), (std::vector<std::string>{"Process capability analysis is starting",
                                                       "Process capability analysis is completed"}));
 }

@@ -297,19 +297,7 @@ TEST(PnViewTest, SampleSizeDialog) {
     EXPECT_EQ(host.Windows().size(), accepted ? 1u : 0u);
     EXPECT_EQ(LogLines(host), (Lines{started[0], accepted ? "np control chart generation is completed"
                                                           : "Cancel np control chart generation"}));
-    if (accepted) {
-      EXPECT_EQ(host.Settings().npSampleSize, std::stod(c.n));
-    }
-
-    // The dialog alone, after the block's counts set its floor.
-    auto dialog_host = SheetHost({}, "A1");
-    dialog_host.Settings().npSampleSizeFloor = 7;
-    const auto dialog = MakePnSubForm();
-    dialog->Type("Pntxt", c.n);
-    EXPECT_EQ(dialog->PressOk(dialog_host), accepted);
-    EXPECT_EQ(dialog->Control("Pntxt").text, c.n);
-    EXPECT_EQ(MessageTexts(dialog_host), accepted ? Lines{} : Lines{c.refusal});
-    EXPECT_TRUE(LogLines(dialog_host).empty());
+    if (accepted) EXPECT_EQ(host.Settings().Last<NpSampleSize>().n, std::stod(c.n));
   }
 
   // Counts below zero put the floor below zero; a negative size that is not
@@ -320,26 +308,44 @@ TEST(PnViewTest, SampleSizeDialog) {
   EXPECT_TRUE(negative.Windows().empty());
 }
 
-TEST(PointInformationTest, ChartsAnswerByTheWindowTitle) {
-  auto host = SheetHost(kThreePairs, "A1:B3");
-  XbarRView(host);
-  const auto& two = host.Windows().at(0);
-  EXPECT_EQ(PointInformation(two, "ChartOne", 3), "Number: 3 | Value: 5");
-  EXPECT_EQ(PointInformation(two, "ChartTwo", 2), "Number: 2 | Value: 0");
-  EXPECT_EQ(PointInformation(two, "ChartOne", 4), std::nullopt);
-
+TEST(PointInformationTest, ChartsAnswerWhereTheCommandNamesThem) {
+  auto xbar_r = SheetHost(kThreePairs, "A1:B3");
+  XbarRView(xbar_r);
+  const shell::ResultWindow& two = xbar_r.Windows().at(0);
   auto c = SheetHost({{"2"}, {"4"}, {"6"}}, "A1:A3");
   CView(c);
-  EXPECT_EQ(PointInformation(c.Windows().at(0), "ChartOne", 1), "Number: 1 | Value: 2");
-  shell::ResultWindow other = c.Windows().at(0);
-  other.title = "Run chart";
-  EXPECT_EQ(PointInformation(other, "ChartOne", 1), std::nullopt);
-
+  const shell::ResultWindow& one = c.Windows().at(0);
   // A series that carries no x values is numbered as it is drawn, 1 to N.
-  shell::ResultWindow bare = c.Windows().at(0);
+  shell::ResultWindow bare = one;
   bare.charts.at(0).series.at(0).x = {};
-  EXPECT_EQ(PointInformation(bare, "ChartOne", 3), "Number: 3 | Value: 6");
-  EXPECT_EQ(PointInformation(bare, "ChartOne", 4), std::nullopt);
+
+  constexpr shell::PointAnswers kNone{}, kUpper{true, false}, kLower{false, true}, kBoth{true, true};
+  const std::optional<std::string> none;
+  const struct {
+    const shell::ResultWindow& window;
+    const char* chart;
+    long point;
+    shell::PointAnswers answers;
+    std::optional<std::string> text;
+  } cases[] = {
+      {two, "ChartOne", 3, kBoth, "Number: 3 | Value: 5"},
+      {two, "ChartTwo", 2, kBoth, "Number: 2 | Value: 0"},
+      {two, "ChartOne", 4, kBoth, none},  // beyond the last point
+      {two, "ChartOne", 0, kBoth, none},
+      {two, "ChartOne", 3, kLower, none},  // a two-chart window answers on each chart as named
+      {two, "ChartTwo", 2, kUpper, none},
+      {two, "ChartThree", 1, kBoth, none},
+      // The only chart of a one-chart window answers when either is named.
+      {one, "ChartOne", 1, kUpper, "Number: 1 | Value: 2"},
+      {one, "ChartOne", 1, kLower, "Number: 1 | Value: 2"},
+      {one, "ChartOne", 1, kNone, none},
+      {one, "ChartTwo", 1, kBoth, none},
+      {bare, "ChartOne", 3, kLower, "Number: 3 | Value: 6"},
+      {bare, "ChartOne", 4, kLower, none},
+  };
+  for (const auto& c : cases)
+    EXPECT_EQ(PointInformation(c.window, c.chart, c.point, c.answers), c.text)
+        << c.window.title << " " << c.chart << " " << c.point;
 }
 
 }  // namespace

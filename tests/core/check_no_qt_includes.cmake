@@ -1,5 +1,5 @@
 # Scans every core source for an include of a Qt or QCustomPlot header.
-set(core_folders worksheet shell stats charts capability analyses formats)
+set(core_folders worksheet shell stats charts capability analyses commands formats)
 set(offenders "")
 foreach(folder IN LISTS core_folders)
   file(GLOB_RECURSE sources "${SOURCE_DIR}/src/${folder}/*.h" "${SOURCE_DIR}/src/${folder}/*.cpp")

@@ -9,12 +9,12 @@
 #include <QTextEdit>
 #include <QToolBar>
 
-#include "charts/control_form.h"
+#include "commands/command_registry.h"
+#include "commands/result_window_actions.h"
 #include "gui/chart_view.h"
 #include "gui/main_window.h"
 #include "gui/result_window_widget.h"
 #include "gui/worksheet_window.h"
-#include "shell/tool_dispatch.h"
 
 using namespace orvik;
 using orvik::gui::MainWindow;
@@ -101,7 +101,7 @@ class MainWindowTest : public QObject {
   }
 
   void everyToolKeyHasOneActionInItsMenu() {
-    for (const shell::ToolCommand& command : shell::ToolCommands()) {
+    for (const shell::CommandDeclaration& command : commands::Commands()) {
       const QString key = QString::fromLatin1(command.key.data(), command.key.size());
       const auto actions = window_->findChildren<QAction*>(key);
       QVERIFY2(actions.size() == 1, qPrintable(key));
@@ -342,7 +342,7 @@ class MainWindowTest : public QObject {
     const QPoint at(int(upper->xAxis->coordToPixel(1)), int(upper->yAxis->coordToPixel(25.0004)));
     QTest::mouseClick(upper, Qt::LeftButton, Qt::NoModifier, at);
     QCOMPARE(upper->PointInfo(), QStringLiteral("Number: 1 | Value: 25.0004"));
-    QCOMPARE(upper->PointInfo().toStdString(), *charts::PointInformation(result->Record(), "ChartOne", 1));
+    QCOMPARE(upper->PointInfo().toStdString(), *commands::PointInformation(result->Record(), "ChartOne", 1));
     // Its range is 25.004 - 24.997.
     QCOMPARE(lower->ShowPointInfo(1), QStringLiteral("Number: 1 | Value: 0.007"));
     QCOMPARE(lower->ShowPointInfo(26), QString());

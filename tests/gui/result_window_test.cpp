@@ -167,7 +167,7 @@ class ResultWindowTest : public QObject {
     // sample 2, and a click names the sample, not the position.
     charts::ControlChart mr = charts::MakeControlChart("MR", {0.5, 1.25, 0.75}, {2.5, 0.8, 0.0, 1.9, 0.0}, 2.0);
     charts::FinishChart(mr);
-    ResultWindowWidget window(charts::OneChartWindow("MR control chart", "mnuRs", mr));
+    ResultWindowWidget window(charts::OneChartWindow("MR control chart", "mnuMR", mr));
     ChartView* chart = window.Charts().front();
     QVERIFY(chart->ShowsPointInfo());
     QCOMPARE(chart->PointInfo(), QString());
@@ -186,9 +186,9 @@ class ResultWindowTest : public QObject {
     QTest::mouseClick(chart, Qt::LeftButton, Qt::NoModifier, at);
     QCOMPARE(chart->PointInfo(), QStringLiteral("Number: 4 | Value: 0.75"));
 
-    // A title the point information does not name, and a graph window,
-    // show nothing.
-    shell::ResultWindow unnamed = charts::OneChartWindow("s control chart", "mnuS", mr);
+    // A window whose command names none of its charts for point clicks,
+    // and a graph window, show nothing.
+    shell::ResultWindow unnamed = charts::OneChartWindow("Run chart", "mnuRun", mr);
     ResultWindowWidget other(unnamed);
     QVERIFY(!other.Charts().front()->ShowsPointInfo());
     QCOMPARE(other.Charts().front()->ShowPointInfo(1), QString());

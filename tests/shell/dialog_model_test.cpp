@@ -3,15 +3,22 @@
 #include <gtest/gtest.h>
 
 #include "cli/cli_host.h"
+#include "shell/host.h"
 
 namespace orvik::shell {
 namespace {
 
+// The record LimitsDialog confirms.
+struct TestLimits {
+  std::string upper;
+};
+
 // A small dialog in the shape of the analysis dialogs: two option buttons
 // that enable their own text box, a box that falls back to "0" when left
-// empty, and a validation on OK.
+// empty, and a validation on OK that fills its record.
 class LimitsDialog : public DialogModel {
  public:
+  using Parameters = TestLimits;
   LimitsDialog() : DialogModel("TestLimits", "Limits") {
     AddOptionButton("OptUpper", "side", true);
     AddOptionButton("OptLower", "side");
@@ -20,7 +27,7 @@ class LimitsDialog : public DialogModel {
     AddCheckBox("ChkLog");
   }
   int clicks = 0;
-  std::string stored;
+  const TestLimits& Result() const { return result_; }
 
  protected:
   void OnClick(const std::string& control) override {
@@ -39,10 +46,13 @@ class LimitsDialog : public DialogModel {
       host.Refuse("Input upper limit");
       return false;
     }
-    stored = Control("Uppertxt").text;
+    result_.upper = Control("Uppertxt").text;
     return true;
   }
   void OnCancel(Host& host) override { host.Log().AppendSessionLine("Cancel input specification"); }
+
+ private:
+  TestLimits result_;
 };
 
 cli::CliHost EmptyHost() { return cli::CliHost(worksheet::Worksheet("WorkSheet 1"), {}, {}); }
@@ -87,7 +97,7 @@ TEST(DialogModelTest, RefusedOkShowsItsMessageAndKeepsTheDialogOpen) {
   EXPECT_EQ(host.Messages()[0], RefusalBox("Input upper limit"));
   dialog.Type("Uppertxt", "12");
   EXPECT_TRUE(dialog.PressOk(host));
-  EXPECT_EQ(dialog.stored, "12");
+  EXPECT_EQ(dialog.Result().upper, "12");
 }
 
 TEST(DialogModelTest, UnknownControlsAreReported) {
@@ -103,7 +113,7 @@ TEST(CliHostDialogTest, AppliesSettingsInOrderThenPressesOkOrGivesUp) {
                     {{"TestLimits", "OptLower", "1"}, {"TestLimits", "Uppertxt", "7"}, {"Other", "Uppertxt", "9"}}, {});
   EXPECT_EQ(host.RunDialog(accepted), DialogOutcome::Accepted);
   EXPECT_TRUE(accepted.Control("OptLower").checked);
-  EXPECT_EQ(accepted.stored, "7");
+  EXPECT_EQ(accepted.Result().upper, "7");
 
   LimitsDialog refused;
   cli::CliHost giving_up(worksheet::Worksheet("WorkSheet 1"), {{"TestLimits", "Uppertxt", ""}}, {});
@@ -115,7 +125,25 @@ TEST(CliHostDialogTest, AppliesSettingsInOrderThenPressesOkOrGivesUp) {
   cli::CliHost cancelling(worksheet::Worksheet("WorkSheet 1"), {{"TestLimits", "Uppertxt", "5"}}, {"TestLimits"});
   EXPECT_EQ(cancelling.RunDialog(cancelled), DialogOutcome::Cancelled);
   EXPECT_TRUE(cancelling.Messages().empty());
-  EXPECT_EQ(cancelled.stored, "");
+  EXPECT_EQ(cancelled.Result().upper, "");
+}
+
+TEST(AskParametersTest, KeepsTheLastConfirmedRecordOfItsOwnTypeOnly) {
+  cli::CliHost host(worksheet::Worksheet("WorkSheet 1"), {{"TestLimits", "Uppertxt", "7"}}, {});
+  host.Settings().Last<std::string>() = "another dialog's record";
+  LimitsDialog dialog;
+  const auto confirmed = AskParameters(host, dialog);
+  ASSERT_TRUE(confirmed.has_value());
+  EXPECT_EQ(confirmed->upper, "7");
+  EXPECT_EQ(host.Settings().Last<TestLimits>().upper, "7");
+  EXPECT_EQ(host.Settings().Last<std::string>(), "another dialog's record");
+
+  // Cancel returns nothing and keeps the record confirmed before.
+  cli::CliHost cancelling(worksheet::Worksheet("WorkSheet 1"), {{"TestLimits", "Uppertxt", "5"}}, {"TestLimits"});
+  cancelling.Settings().Last<TestLimits>().upper = "3";
+  LimitsDialog cancelled;
+  EXPECT_EQ(AskParameters(cancelling, cancelled), std::nullopt);
+  EXPECT_EQ(cancelling.Settings().Last<TestLimits>().upper, "3");
 }
 
 TEST(CliHostDialogTest, CheckMarksTakeOnlyOneOrZero) {

@@ -1,0 +1,80 @@
+#include "analyses/analysis_commands.h"
+
+#include "analyses/descriptive_statistics.h"
+#include "analyses/estimation_commands.h"
+#include "analyses/estimation_dialogs.h"
+#include "analyses/hypothesis_commands.h"
+#include "analyses/hypothesis_dialogs.h"
+
+namespace orvik::analyses {
+
+namespace {
+
+using shell::CommandDeclaration;
+
+// A report of figures: a DataChart window holding a grid and no chart.
+CommandDeclaration Report(std::string_view key, std::string_view submenu, std::string_view caption,
+                          shell::CommandProcedure run, std::vector<std::string_view> dialogs = {}) {
+  return {.key = key,
+          .menu = "mnuAnalysis",
+          .submenu = submenu,
+          .caption = caption,
+          .run = run,
+          .dialogs = std::move(dialogs),
+          .window = shell::WindowKind::DataChart};
+}
+
+constexpr std::string_view kEstimation = "Interval Estimation";
+constexpr std::string_view kTests = "Hypothesis Tests";
+
+}  // namespace
+
+std::vector<CommandDeclaration> DescriptiveCommands() {
+  return {Report("mnuBasicStat", "", "&Descriptive Statistics", DescriptiveStatistics)};
+}
+
+std::vector<CommandDeclaration> InferenceCommands() {
+  return {
+      Report("mnuMeanEst", kEstimation, "1-Sample Mean", MeanEstimation, {"Estimation"}),
+      Report("mnuVarianceEst", kEstimation, "1-Sample Variance", VarianceEstimation),
+      Report("mnuRatioEst", kEstimation, "1-Sample Proportion", ProportionEstimation, {"Proportions"}),
+      Report("mnuTwoMean", kEstimation, "2-Sample Mean", DiffMeanSelection, {"TwoEstimation"}),
+      Report("mnuPaired", kEstimation, "Paired Samples", PairedDiffMean),
+      Report("mnuRatioVarEst", kEstimation, "Ratio of Variances", RatioVariance),
+      Report("mnuRatioProEst", kEstimation, "2-Sample Proportion", TwoProportionEstimation, {"TwoProportions"}),
+      Report("mnuMeanHypoth", kTests, "1-Sample Mean", MeanHypothesis, {"MeanHypoth"}),
+      Report("mnuVarianceHypoth", kTests, "1-Sample Variance", VarianceHypothesis, {"MeanHypoth"}),
+      Report("mnuRatioHypoth", kTests, "1-Sample Proportion", ProportionHypothesis, {"HypothProportion"}),
+      Report("mnuRatioDiffHypoth", kTests, "2-Sample Proportion", TwoProportionHypothesis, {"TwoHypothProportion"}),
+      Report("mnuVarDiffHypoth", kTests, "2-Sample Variance", TwoHypothVariance, {"TwoHypoth"}),
+      Report("mnuIndependent", kTests, "2-Sample t Test", TwoHypothMean, {"TwoHypoth"}),
+      Report("mnuHypoPaired", kTests, "Paired t Test", TwoHypothPairedMean, {"TwoHypoth"}),
+      {.key = "mnuNormalTest", .menu = "mnuAnalysis", .caption = "&Normality Test"},
+      {.key = "mnuCorrelation", .menu = "mnuAnalysis", .caption = "C&orrelation"},
+      {.key = "mnuSimpleReg", .menu = "mnuAnalysis", .caption = "Simple &Linear Regression"},
+      {.key = "mnuOneway", .menu = "mnuAnalysis", .submenu = "Analysis of Variance", .caption = "One-way ANOVA"},
+      {.key = "mnuTwoway", .menu = "mnuAnalysis", .submenu = "Analysis of Variance", .caption = "Two-way ANOVA"},
+      {.key = "mnuOneDesign", .menu = "mnuAnalysis", .submenu = "Design of Experiments",
+       .caption = "One-factor Design..."},
+      {.key = "mnuTwoDesign", .menu = "mnuAnalysis", .submenu = "Design of Experiments",
+       .caption = "Two-factor Design..."},
+      {.key = "mnuFactorDesign", .menu = "mnuAnalysis", .submenu = "Design of Experiments",
+       .caption = "Factorial Design..."},
+      {.key = "mnuGageRR", .menu = "mnuAnalysis", .caption = "&Gage R&&R Study..."},
+  };
+}
+
+std::vector<shell::DialogDeclaration> InferenceDialogs() {
+  return {
+      {"Estimation", MakeEstimation},
+      {"TwoEstimation", MakeTwoEstimation},
+      {"Proportions", MakeProportions},
+      {"TwoProportions", MakeTwoProportions},
+      {"MeanHypoth", MakeMeanHypoth},
+      {"HypothProportion", MakeHypothProportion},
+      {"TwoHypothProportion", MakeTwoHypothProportion},
+      {"TwoHypoth", MakeTwoHypoth},
+  };
+}
+
+}  // namespace orvik::analyses

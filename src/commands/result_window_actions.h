@@ -1,0 +1,30 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "shell/host.h"
+#include "shell/result_window.h"
+
+namespace orvik::commands {
+
+// What a result window offers beyond its contents, read from the
+// declaration of the command that made it (its commandKey).
+
+// Whether the window is a control chart whose limits the user may give.
+bool OffersGivenLimits(const shell::ResultWindow& window);
+
+// Opens the given-limits dialog of command `key` (one limit set or two, as
+// declared), showing the limits in force; when the user presses OK the
+// command runs again and draws a new result window. A key without given
+// limits opens nothing.
+void OpenGivenLimits(shell::Host& host, std::string_view key);
+
+// The text a chart of `window` shows when the user clicks point
+// `point_number` ("Number: 3 | Value: 25.001"), on the charts its command
+// declares; empty for other charts, other windows and points out of range.
+std::optional<std::string> PointInformation(const shell::ResultWindow& window, const std::string& chart_name,
+                                            long point_number);
+
+}  // namespace orvik::commands

@@ -1,0 +1,33 @@
+# Scans the sources of every layer for an include of a higher layer's
+# header ("charts/..." in src/shell, "gui/..." in src/formats). LAYERS holds
+# the layers lowest first, joined by "/", the folders of one layer joined by
+# ",". Folders of one layer may include each other.
+string(REPLACE "/" ";" layers "${LAYERS}")
+set(layer_index 0)
+foreach(layer IN LISTS layers)
+  string(REPLACE "," ";" folders "${layer}")
+  foreach(folder IN LISTS folders)
+    set(index_of_${folder} ${layer_index})
+  endforeach()
+  list(APPEND all_folders ${folders})
+  math(EXPR layer_index "${layer_index} + 1")
+endforeach()
+
+set(offenders "")
+foreach(folder IN LISTS all_folders)
+  file(GLOB_RECURSE sources "${SOURCE_DIR}/src/${folder}/*.h" "${SOURCE_DIR}/src/${folder}/*.cpp")
+  foreach(source IN LISTS sources)
+    file(STRINGS "${source}" includes REGEX "^[ \t]*#[ \t]*include[ \t]*\"[a-z_]+/")
+    foreach(line IN LISTS includes)
+      string(REGEX REPLACE "^[ \t]*#[ \t]*include[ \t]*\"([a-z_]+)/.*" "\\1" included "${line}")
+      if(DEFINED index_of_${included} AND index_of_${included} GREATER index_of_${folder})
+        list(APPEND offenders "${source}: ${line}")
+      endif()
+    endforeach()
+  endforeach()
+endforeach()
+if(offenders)
+  string(REPLACE ";" "\n" offenders "${offenders}")
+  message(FATAL_ERROR "Sources include headers of a higher layer:\n${offenders}")
+endif()
+message(STATUS "every source includes only its own and lower layers")

@@ -1,0 +1,5 @@
+// A charts header that includes a lower layer, which the layering check
+// allows.
+#pragma once
+
+#include "shell/host.h"
