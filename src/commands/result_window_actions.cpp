@@ -11,13 +11,25 @@ bool OffersGivenLimits(const shell::ResultWindow& window) {
   return window.kind == shell::WindowKind::ControlForm && command != nullptr && command->givenLimitSets > 0;
 }
 
-void OpenGivenLimits(shell::Host& host, std::string_view key) {
+namespace {
+
+void OpenGivenLimits(shell::Host& host, std::string_view key, const shell::CommandRun* run) {
   const shell::CommandDeclaration* command = FindCommand(key);
   if (command == nullptr || command->givenLimitSets == 0) return;
   charts::GivenLimitsDialog dialog(command->givenLimitSets);
   dialog.LoadFrom(host.Settings().givenLimits);
   if (host.RunDialog(dialog) != shell::DialogOutcome::Accepted) return;
-  if (command->run != nullptr) command->run(host);
+  if (command->run == nullptr) return;
+  if (run != nullptr) host.Replay(*run, command->run);
+  else command->run(host);
+}
+
+}  // namespace
+
+void OpenGivenLimits(shell::Host& host, std::string_view key) { OpenGivenLimits(host, key, nullptr); }
+
+void OpenGivenLimits(shell::Host& host, const shell::ResultWindow& window) {
+  OpenGivenLimits(host, window.commandKey, window.run.get());
 }
 
 std::optional<std::string> PointInformation(const shell::ResultWindow& window, const std::string& chart_name,

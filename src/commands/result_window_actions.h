@@ -20,6 +20,11 @@ bool OffersGivenLimits(const shell::ResultWindow& window);
 // command runs again and draws a new result window. A key without given
 // limits opens nothing.
 void OpenGivenLimits(shell::Host& host, std::string_view key);
+// The same for a result window: on OK its command runs again over the
+// window's own data and dialog answers (not the worksheet's current
+// selection); a window that does not know how it was made runs its command
+// on the current selection.
+void OpenGivenLimits(shell::Host& host, const shell::ResultWindow& window);
 
 // The text a chart of `window` shows when the user clicks point
 // `point_number` ("Number: 3 | Value: 25.001"), on the charts its command

@@ -1,9 +1,17 @@
 #include "gui/main_window.h"
 
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QDir>
+#include <QStandardPaths>
+
 #include <QApplication>
 #include <QClipboard>
 #include <QCloseEvent>
 #include <QColorDialog>
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QInputDialog>
@@ -24,6 +32,7 @@
 #include "formats/delimited_text.h"
 #include "gui/chart_view.h"
 #include "gui/project_actions.h"
+#include "gui/history_pane.h"
 #include "gui/result_window_widget.h"
 #include "gui/sheet_printer.h"
 #include "gui/tool_dialogs.h"
@@ -134,6 +143,16 @@ void MainWindow::CreateSessionPane() {
   session_doc_->setWidget(session_view_);
   addDockWidget(Qt::BottomDockWidgetArea, session_doc_);
   resizeDocks({session_doc_}, {140}, Qt::Vertical);
+  // The History pane beside it; its worksheet files go to a folder of this
+  // session's own.
+  const QString history_folder =
+      QDir(QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation))
+          .filePath(QStringLiteral("history/") + QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmss")) +
+                    QStringLiteral("-%1").arg(QCoreApplication::applicationPid()));
+  history_ = new HistoryPane(history_folder, this);
+  addDockWidget(Qt::BottomDockWidgetArea, history_);
+  splitDockWidget(session_doc_, history_, Qt::Horizontal);
+  host_.SetRunListener([this](const shell::CommandRun& run) { history_->AddRun(run); });
   session_view_->setFont(QFont(QStringLiteral("Arial"), 10));
   session_view_->setPlainText(QString::fromStdString(host_.Log().Text()));
   host_.Log().SetAppendListener([this](std::string_view line) {
@@ -219,7 +238,7 @@ void MainWindow::CreateBars() {
   given->setEnabled(false);
   connect(given, &QAction::triggered, this, [this] {
     if (const ResultWindowWidget* result = ActiveResultWindow(); result && result->OffersGivenLimits())
-      OpenGivenLimits(QString::fromStdString(result->Record().commandKey));
+      OpenGivenLimits(result);
   });
   graph->insertSeparator(tools_.value(QStringLiteral("mnuChartProperty")));
   graph->insertAction(tools_.value(QStringLiteral("mnuChartProperty")), given);
@@ -308,7 +327,9 @@ void MainWindow::ToolClick(const QString& key) {
     return;
   }
   if (!command->run) return;
+  host_.BeginRun(name);
   RunGuarded([this, command] { command->run(host_); });
+  host_.EndRun();
 }
 
 void MainWindow::RunGuarded(const std::function<void()>& body) {
@@ -326,6 +347,13 @@ void MainWindow::RunGuarded(const std::function<void()>& body) {
 void MainWindow::OpenGivenLimits(const QString& key) {
   const std::string name = key.toStdString();
   RunGuarded([this, &name] { commands::OpenGivenLimits(host_, name); });
+}
+
+void MainWindow::OpenGivenLimits(const ResultWindowWidget* result) {
+  // The window may close while its command runs again; the record it was
+  // made from is kept for the run.
+  const shell::ResultWindow record = result->Record();
+  RunGuarded([this, &record] { commands::OpenGivenLimits(host_, record); });
 }
 
 void MainWindow::UpdateGivenLimitsTool() {
@@ -361,7 +389,7 @@ WorksheetWindow* MainWindow::OpenDataFile(const QString& path) {
 
 ResultWindowWidget* MainWindow::OpenResultWindow(shell::ResultWindow window) {
   auto* widget = new ResultWindowWidget(std::move(window));
-  connect(widget, &ResultWindowWidget::givenLimitsRequested, this, &MainWindow::OpenGivenLimits);
+  connect(widget, &ResultWindowWidget::givenLimitsRequested, this, [this, widget] { OpenGivenLimits(widget); });
   AddChild(widget);
   return widget;
 }

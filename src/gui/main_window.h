@@ -21,6 +21,7 @@ class WorksheetWindow;
 class ResultWindowWidget;
 class FindWorkSheet;
 class ProjectActions;
+class HistoryPane;
 
 // The main window `OrvikMainMDI`: the frame of every worksheet and result
 // window, the session pane `SessionDoc`, the menus and toolbars whose every
@@ -55,6 +56,10 @@ class MainWindow : public QMainWindow {
   // Opens the given-limits dialog of the control chart made by tool `key`;
   // on OK the chart is drawn again in a new result window.
   void OpenGivenLimits(const QString& key);
+  // The same for result window `result`: the chart is drawn again from the
+  // window's own data.
+  void OpenGivenLimits(const ResultWindowWidget* result);
+  HistoryPane* History() const { return history_; }
 
   // The worksheet commands act on: the active child when it is a worksheet,
   // else the worksheet that was active last.
@@ -108,6 +113,7 @@ class MainWindow : public QMainWindow {
   void TileWindows(bool horizontally);
 
   GuiHost host_;
+  HistoryPane* history_ = nullptr;
   WorksheetCounter counter_;
   QMdiArea* mdi_ = nullptr;
   QDockWidget* session_doc_ = nullptr;

@@ -49,6 +49,7 @@ void Host::BeginRun(std::string key) {
 CommandRun Host::EndRun() {
   CommandRun run = recording_ ? std::move(*recording_) : CommandRun{};
   recording_.reset();
+  if (run_listener_ && !run.key.empty()) run_listener_(run);
   return run;
 }
 
@@ -69,7 +70,7 @@ void Host::Replay(const CommandRun& run, const std::function<void(Host&)>& proce
   const auto restore = [this] {
     replaying_ = nullptr;
     replay_sheet_.reset();
-    recording_.reset();
+    EndRun();
   };
   try {
     procedure(*this);

@@ -49,6 +49,9 @@ class Host {
   // again: the program's current ones (given limits just set) apply and
   // take their place in the new run's record.
   void Replay(const CommandRun& run, const std::function<void(Host&)>& procedure);
+  // Called with the record of every run that ends, replays included (the
+  // window application's History pane).
+  void SetRunListener(std::function<void(const CommandRun&)> listener) { run_listener_ = std::move(listener); }
 
   SessionLog& Log() { return log_; }
   ProgramSettings& Settings() { return settings_; }
@@ -76,6 +79,7 @@ class Host {
   std::optional<worksheet::Worksheet> replay_sheet_;
   // The controls of the last confirmed dialog that opens before commands.
   std::vector<ControlSetting> options_before_command_;
+  std::function<void(const CommandRun&)> run_listener_;
 };
 
 // A dialog whose OK yields a typed record of parameters: `Parameters` is the

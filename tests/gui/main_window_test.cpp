@@ -12,6 +12,7 @@
 #include "commands/command_registry.h"
 #include "commands/result_window_actions.h"
 #include "gui/chart_view.h"
+#include "gui/history_pane.h"
 #include "gui/main_window.h"
 #include "gui/result_window_widget.h"
 #include "gui/worksheet_window.h"
@@ -353,11 +354,17 @@ class MainWindowTest : public QObject {
     QVERIFY(given);
     QCOMPARE(given->text(), QStringLiteral("Given Control Limits..."));
     QVERIFY(window_->findChild<QMenu*>(QStringLiteral("mnuGraph"))->actions().contains(given));
-    QVERIFY(OpenExample("subgroups.csv", 1, 1, 25, 5));
+    gui::WorksheetWindow* sheet = OpenExample("subgroups.csv", 1, 1, 25, 5);
+    QVERIFY(sheet);
     QVERIFY(!given->isEnabled());  // a worksheet is active
     AcceptDialogs();
     window_->ToolClick(QStringLiteral("mnuBarX-R"));
     QVERIFY(given->isEnabled());
+    const QString first_mean = window_->ActiveResultWindow()->CellText(0, 0);
+    const QString last_mean = window_->ActiveResultWindow()->CellText(24, 0);
+    // The user goes on to select other cells and edits one the chart read.
+    sheet->SelectBlock(3, 2, 4, 3);
+    sheet->Sheet().SetText(1, 1, "99");
 
     std::vector<std::string> opened;
     window_->Host().SetDialogResponder([&opened](shell::DialogModel& dialog) {
@@ -371,12 +378,20 @@ class MainWindowTest : public QObject {
       return true;
     });
     given->trigger();
-    // The chart runs again as from its menu, subgroup selection included.
-    QCOMPARE(opened, (std::vector<std::string>{"ControlTwoLimit", "Selection"}));
+    // The chart is drawn again from the window's own data and subgroup
+    // choice: no subgroup dialog, the same means, whatever the sheet shows now.
+    QCOMPARE(opened, (std::vector<std::string>{"ControlTwoLimit"}));
     QCOMPARE(window_->DocumentWindowCount(), 3);
     gui::ResultWindowWidget* redrawn = window_->ActiveResultWindow();
     QVERIFY(redrawn);
     QCOMPARE(redrawn->windowTitle(), QStringLiteral("xbar-R control chart"));
+    QCOMPARE(redrawn->CellText(0, 0), first_mean);
+    QCOMPARE(redrawn->CellText(24, 0), last_mean);
+    // Both runs are in the History pane as orvik-cli lines.
+    const QStringList history = window_->History()->Lines();
+    QCOMPARE(history.size(), 2);
+    QVERIFY(history[1].startsWith(QStringLiteral("orvik-cli run mnuBarX-R --sheet ")));
+    QVERIFY(history[1].contains(QStringLiteral(" --select A1:E25 --set ControlTwoLimit.ControlOpt=1 ")));
     QCOMPARE(redrawn->CellText(0, 1), QStringLiteral("25.01"));
     QCOMPARE(redrawn->CellText(0, 8), QStringLiteral("0"));
     QVERIFY(LineLabels(redrawn->Charts().at(0)).contains(QStringLiteral("UCL= 25.01")));
