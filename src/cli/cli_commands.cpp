@@ -248,6 +248,9 @@ Usage:
       Lists every dialog with its controls, their kinds and defaults.
   orvik-cli keys
       Lists every tool key with its menu and whether orvik-cli can run it.
+  orvik-cli replay HISTORY [--format json|text]
+      Runs every `orvik-cli run ...` line of a history file saved from the
+      History pane of Orvik, one after the other, printing each result.
 
 FILE: .csv comma-separated; .tsv and .txt tab-separated. Every field is one
 cell (RFC 4180 quotes removed); row 1 of the file is row 1 of the sheet.

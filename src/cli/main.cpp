@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "cli/cli_commands.h"
+#include "cli/history_replay.h"
 #include "commands/command_registry.h"
 
 namespace {
@@ -34,6 +35,7 @@ int main(int argc, char** argv) {
     if (args[0] == "calc") return orvik::cli::CalcCommand(rest);
     if (args[0] == "dialogs") return orvik::cli::DialogsCommand(rest);
     if (args[0] == "keys") return KeysCommand();
+    if (args[0] == "replay") return orvik::cli::ReplayCommand(rest);
     throw orvik::cli::UsageError("unknown command: " + args[0] + " (see orvik-cli --help)");
   } catch (const orvik::cli::UsageError& error) {
     std::cerr << "orvik-cli: " << error.what() << "\n";

@@ -2,6 +2,8 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileDialog>
+#include <QMessageBox>
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -28,9 +30,19 @@ HistoryPane::HistoryPane(QString folder, QWidget* parent)
     if (!view_->textCursor().hasSelection()) view_->selectAll();
     view_->copy();
   });
+  auto* save = new QPushButton(QStringLiteral("Save..."), body);
+  save->setObjectName(QStringLiteral("HistorySave"));
+  save->setToolTip(QStringLiteral("Save the lines as a history file for orvik-cli replay"));
+  connect(save, &QPushButton::clicked, this, [this] {
+    const QString path = QFileDialog::getSaveFileName(this, QStringLiteral("Save History"), QString(),
+                                                      QStringLiteral("History files (*.txt);;All files (*)"));
+    if (!path.isEmpty() && !SaveTo(path))
+      QMessageBox::warning(this, QStringLiteral("Save History"), QStringLiteral("The history could not be saved."));
+  });
   auto* buttons = new QHBoxLayout;
   buttons->addStretch();
   buttons->addWidget(copy);
+  buttons->addWidget(save);
   auto* layout = new QVBoxLayout(body);
   layout->setContentsMargins(2, 2, 2, 2);
   layout->addWidget(view_);

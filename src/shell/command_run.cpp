@@ -20,31 +20,51 @@ std::vector<ControlSetting> ControlStates(const DialogModel& dialog) {
   return states;
 }
 
+namespace {
+
+bool IsText(const DialogModel& dialog, const ControlSetting& setting) {
+  return dialog.HasControl(setting.control) && dialog.Control(setting.control).kind == ControlKind::TextBox;
+}
+
+// Whether `setting` would change the control as it stands.
+bool Changes(const DialogModel& dialog, const ControlSetting& setting) {
+  if (!dialog.HasControl(setting.control)) return true;
+  const DialogControl& control = dialog.Control(setting.control);
+  if (control.kind == ControlKind::TextBox) return control.text != setting.value;
+  return control.checked != (setting.value == "1");
+}
+
+}  // namespace
+
 std::vector<ControlSetting> WithoutDefaults(
     const std::vector<ControlSetting>& states,
     const std::function<std::unique_ptr<DialogModel>(const std::string&)>& make_fresh) {
   std::vector<ControlSetting> kept;
-  std::string fresh_name;
-  std::unique_ptr<DialogModel> fresh;
-  std::vector<ControlSetting> defaults;
-  // Once a click is kept, the texts after it stay too: its handler may
-  // have changed them from their defaults.
-  bool clicked = false;
-  for (const ControlSetting& state : states) {
-    if (state.dialog != fresh_name) {
-      fresh_name = state.dialog;
-      fresh = make_fresh(state.dialog);
-      defaults = fresh ? ControlStates(*fresh) : std::vector<ControlSetting>{};
-      clicked = false;
+  for (std::size_t first = 0; first < states.size();) {
+    std::size_t last = first;
+    while (last < states.size() && states[last].dialog == states[first].dialog) ++last;
+    const auto fresh = make_fresh(states[first].dialog);
+    if (!fresh) {
+      kept.insert(kept.end(), states.begin() + static_cast<long>(first), states.begin() + static_cast<long>(last));
+    } else {
+      // The clicks go first, onto a fresh dialog, as a replay makes them;
+      // then only the texts that differ from what the clicks left remain.
+      for (std::size_t i = first; i < last; ++i) {
+        if (IsText(*fresh, states[i]) || !Changes(*fresh, states[i])) continue;
+        ApplyControlSetting(*fresh, states[i]);
+        kept.push_back(states[i]);
+      }
+      for (std::size_t i = first; i < last; ++i)
+        if (IsText(*fresh, states[i]) && Changes(*fresh, states[i])) kept.push_back(states[i]);
     }
-    const bool is_default = std::find(defaults.begin(), defaults.end(), state) != defaults.end();
-    if (is_default && !clicked) continue;
-    kept.push_back(state);
-    const bool is_click = fresh && fresh->HasControl(state.control) &&
-                          fresh->Control(state.control).kind != ControlKind::TextBox;
-    clicked = clicked || is_click;
+    first = last;
   }
   return kept;
+}
+
+void RestoreControlStates(DialogModel& dialog, const std::vector<ControlSetting>& states) {
+  for (const ControlSetting& state : states)
+    if (state.dialog == dialog.Name() && Changes(dialog, state)) ApplyControlSetting(dialog, state);
 }
 
 void ApplyControlSetting(DialogModel& dialog, const ControlSetting& setting) {

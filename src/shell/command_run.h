@@ -42,9 +42,15 @@ struct CommandRun {
 std::vector<ControlSetting> ControlStates(const DialogModel& dialog);
 
 // Leaves out of `states` what a freshly made dialog of the same name has
-// already; `make_fresh` gives that dialog, or null when it is not known.
+// already, once the kept clicks are made on it; `make_fresh` gives that
+// dialog, or null when it is not known (its settings are all kept).
 std::vector<ControlSetting> WithoutDefaults(const std::vector<ControlSetting>& states,
                                             const std::function<std::unique_ptr<DialogModel>(const std::string&)>& make_fresh);
+
+// Brings `dialog` to the states recorded for it in `states` (those of its
+// name), touching only the controls that differ, so a text box the user
+// never typed into is not left as if typed.
+void RestoreControlStates(DialogModel& dialog, const std::vector<ControlSetting>& states);
 
 // Applies one setting to an open dialog as the user's input would: a text
 // box is typed into and left, an option button or check box takes 1 or 0.

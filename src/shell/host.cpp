@@ -4,8 +4,7 @@ namespace orvik::shell {
 
 DialogOutcome Host::RunDialog(DialogModel& dialog) {
   if (replaying_ != nullptr) {
-    for (const ControlSetting& setting : replaying_->settings)
-      if (setting.dialog == dialog.Name()) ApplyControlSetting(dialog, setting);
+    RestoreControlStates(dialog, replaying_->settings);
     if (dialog.PressOk(*this)) {
       if (recording_) {
         const auto states = ControlStates(dialog);
