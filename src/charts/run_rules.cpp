@@ -30,7 +30,9 @@ class RuleMarker {
   void Mark(std::size_t first, std::size_t last) {
     std::size_t from = first;
     if (any_ && last_marked_ + 1 > from) from = last_marked_ + 1;
-    for (std::size_t i = from; i <= last; ++i) AppendCode(codes_[i], letter_);
+    // A rule marks each point once and the rules run one after another, so
+    // the letter cannot be there yet: no need to look for it.
+    for (std::size_t i = from; i <= last; ++i) codes_[i].append({letter_, ' '});
     if (!any_ || last > last_marked_) last_marked_ = last;
     any_ = true;
   }

@@ -130,7 +130,8 @@ JsonWriter& JsonWriter::Number(double value) {
   char buffer[32];
   // A whole number without trailing zeros (sample numbers) has the same
   // shortest text as an integer, which is much quicker to write.
-  const bool plain_integer = std::fabs(value) < 1e15 && value == std::trunc(value) && std::fmod(value, 10.0) != 0.0;
+  const bool plain_integer =
+      std::fabs(value) < 1e15 && value == std::trunc(value) && static_cast<long long>(value) % 10 != 0;
   const auto result = plain_integer
                           ? std::to_chars(buffer, buffer + sizeof buffer, static_cast<long long>(value))
                           : std::to_chars(buffer, buffer + sizeof buffer, value);

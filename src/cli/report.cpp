@@ -64,9 +64,28 @@ void WriteWindow(JsonWriter& json, const shell::ResultWindow& window) {
   if (window.table) {
     const shell::ResultTable& table = *window.table;
     json.BeginObject().Key("columns").StringArray(table.columns).Key("rows").BeginArray();
-    bool first = true;
-    table.ForEachRow([&](std::size_t) { json.BeginArray(), first = true; },
-                     [&](const std::string& cell) { json.StringArrayElement(cell, first), first = false; },
+    // A control chart's grid repeats its limits and codes down millions of
+    // rows: a stored text met again in the same column is written from its
+    // escaped form kept from the row before.
+    struct LastText {
+      const char* text = nullptr;
+      std::size_t size = 0;
+      std::string escaped;
+    };
+    std::vector<LastText> last(table.Width());
+    std::size_t column = 0;
+    table.ForEachRow([&](std::size_t) { json.BeginArray(), column = 0; },
+                     [&](std::string_view cell, bool number) {
+                       if (number) {
+                         json.PlainStringArrayElement(cell, column++ == 0);
+                         return;
+                       }
+                       LastText& seen = last[column];
+                       if (seen.text != cell.data() || seen.size != cell.size()) {
+                         seen = {cell.data(), cell.size(), JsonEscape(cell)};
+                       }
+                       json.PlainStringArrayElement(seen.escaped, column++ == 0);
+                     },
                      [&] { json.EndArray(); });
     json.EndArray().EndObject();
   } else {
@@ -101,14 +120,14 @@ void WriteAlignedTable(const shell::ResultTable& table, std::ostream& out) {
         [&](std::size_t row_width) {
           width = row_width;
           c = 0;
-          if (width == 0) visit(0, 0, std::string());  // an empty row is an empty line
+          if (width == 0) visit(0, 0, std::string_view());  // an empty row is an empty line
         },
-        [&](const std::string& cell) { visit(c++, width, cell); }, [] {});
+        [&](std::string_view cell, bool) { visit(c++, width, cell); }, [] {});
   };
   std::vector<std::size_t> widths(std::max<std::size_t>(table.Width(), 1), 0);
-  each_line([&](std::size_t c, std::size_t, const std::string& text) { widths[c] = std::max(widths[c], text.size()); });
+  each_line([&](std::size_t c, std::size_t, std::string_view text) { widths[c] = std::max(widths[c], text.size()); });
   std::string line;
-  each_line([&](std::size_t c, std::size_t width, const std::string& text) {
+  each_line([&](std::size_t c, std::size_t width, std::string_view text) {
     line += text;
     if (c + 1 < width) line.append(widths[c] - text.size() + 2, ' ');
     else {

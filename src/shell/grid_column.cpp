@@ -51,6 +51,23 @@ GridColumn GridColumn::Codes(const std::vector<std::string>& codes, std::size_t 
   return column;
 }
 
+std::string_view GridColumn::CellView(std::size_t row, std::string& scratch) const {
+  if (row < first_ || row >= first_ + length_) return {};
+  const std::size_t i = row - first_;
+  switch (cells_.index()) {
+    case 0: return std::get<TextCells>(cells_).texts[i];
+    case 2: return std::get<RepeatedCell>(cells_).text;
+    case 3: {
+      const auto& codes = std::get<CodeCells>(cells_);
+      return codes.distinct[codes.indices[i]];
+    }
+    default:
+      scratch.clear();
+      AppendCell(row, scratch);
+      return scratch;
+  }
+}
+
 GridColumn& GridColumn::StartingAt(std::size_t row) {
   first_ = row;
   return *this;

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -44,6 +45,12 @@ class GridColumn {
   std::size_t RowCount() const { return first_ + length_; }
   // Appends the text of the cell in `row` (nothing for an empty cell).
   void AppendCell(std::size_t row, std::string& out) const;
+  // The text of the cell in `row`: a view of the stored text, or of
+  // `scratch` where the text is made (numbers). Valid until the next call.
+  std::string_view CellView(std::size_t row, std::string& scratch) const;
+  // Whether cells are made from numbers: their texts are digits, signs,
+  // points and exponents only, never a character a writer must escape.
+  bool HoldsNumbers() const { return cells_.index() == 1; }
 
  private:
   struct TextCells {

@@ -68,24 +68,22 @@ class ResultTable {
   bool HasHeading() const;
 
   // Visits every row in order without looking rows up: row_start(width),
-  // then cell(text) for each of its cells, then row_end(). For writers
-  // that go through a whole grid.
+  // then cell(text, number) for each of its cells, then row_end(). `text`
+  // is a std::string_view valid during the call; `number` tells a text
+  // made from a number (no character to escape) from a stored text, whose
+  // view stays the same for the grid's life. For writers that go through a
+  // whole grid.
   template <class RowStart, class CellVisit, class RowEnd>
   void ForEachRow(RowStart&& row_start, CellVisit&& cell, RowEnd&& row_end) const {
-    std::string text;
+    std::string scratch;
     for (const Block& block : blocks_) {
       for (std::size_t r = 0; r < block.rowCount; ++r) {
         const bool texts = block.columns.empty();
         const std::size_t width = texts ? block.textRows[r].size() : block.columns.size();
         row_start(width);
         for (std::size_t c = 0; c < width; ++c) {
-          if (texts) {
-            cell(block.textRows[r][c]);
-          } else {
-            text.clear();
-            block.columns[c].AppendCell(r, text);
-            cell(text);
-          }
+          if (texts) cell(std::string_view(block.textRows[r][c]), false);
+          else cell(block.columns[c].CellView(r, scratch), block.columns[c].HoldsNumbers());
         }
         row_end();
       }
