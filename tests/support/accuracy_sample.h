@@ -26,4 +26,10 @@ inline std::vector<std::vector<std::string>> AccuracySampleColumn() {
   return rows;
 }
 
+inline std::vector<double> AccuracySampleValues() {
+  std::vector<double> values;
+  for (const auto& text : AccuracySampleTexts()) values.push_back(std::stod(text));
+  return values;
+}
+
 }  // namespace orvik::testing_support
