@@ -2,15 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include "charts/chart_test_support.h"
-#include "charts/control_charts.h"
+#include "support/sheet_host.h"
 
 namespace orvik::charts {
 namespace {
 
-using testing::LogLines;
-using testing::MessageTexts;
-using testing::SheetHost;
+using testing_support::SheetHost;
 
 TEST(ControlLimitDialogTest, OptionButtonsEnableTheLimitBoxes) {
   GivenLimitsDialog dialog(1);
@@ -83,41 +80,6 @@ TEST(ControlLimitDialogTest, TwoSetsAreCheckedAndTheComputedChoiceClearsTheFlag)
   computed.Click("AnalysisOpt");
   EXPECT_TRUE(computed.PressOk(host));
   EXPECT_FALSE(host.Settings().givenLimits.use);
-}
-
-TEST(GivenLimitsChartTest, GivenLimitsReplaceTheComputedOnesDownstream) {
-  // Counts 2, 4, 6, 4 against given limits 5 / 4 / 3: the 2 and the 6 fall
-  // outside.
-  auto host = SheetHost({{"2"}, {"4"}, {"6"}, {"4"}}, "A1:A4",
-                        {{"ControlLimit", "ControlOpt", "1"}, {"ControlLimit", "UCLtxt", "5"},
-                         {"ControlLimit", "CLtxt", "4"}, {"ControlLimit", "LCLtxt", "3"}});
-  OpenGivenLimits(host, "mnuC");
-  ASSERT_EQ(host.Windows().size(), 1u);
-  const auto& window = host.Windows()[0];
-  EXPECT_EQ(window.table->TextRows()[0], (std::vector<std::string>{"2", "5", "4", "3", "* "}));
-  EXPECT_EQ(window.table->TextRows()[2][4], "* ");
-  EXPECT_EQ(window.charts[0].lines[0].label, "UCL= 5");
-  EXPECT_EQ(window.charts[0].series[0].marked, (std::vector<long>{1, 3}));
-  EXPECT_EQ(LogLines(host).back(), "c control chart generation is completed");
-}
-
-TEST(GivenLimitsChartTest, TheOneChartSetLeavesTheLowerChartComputed) {
-  auto host = SheetHost({{"1", "3"}, {"2", "2"}, {"4", "6"}}, "A1:B3");
-  host.Settings().givenLimits.use = true;
-  host.Settings().givenLimits.charts[0] = {"100", "50", "-10"};
-  XbarRView(host);
-  ASSERT_EQ(host.Windows().size(), 1u);
-  const auto row = host.Windows()[0].table->TextRows()[0];
-  EXPECT_EQ(row[1], "100");
-  EXPECT_EQ(row[6], "4.356");  // R UCL from the data
-}
-
-TEST(GivenLimitsChartTest, ACancelledDialogRunsNothing) {
-  auto host = SheetHost({{"2"}, {"4"}, {"6"}}, "A1:A3", {}, {"ControlLimit"});
-  OpenGivenLimits(host, "mnuC");
-  EXPECT_TRUE(host.Windows().empty());
-  EXPECT_TRUE(LogLines(host).empty());
-  EXPECT_TRUE(MessageTexts(host).empty());
 }
 
 }  // namespace
