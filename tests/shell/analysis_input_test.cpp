@@ -5,18 +5,17 @@
 #include <string>
 #include <vector>
 
-#include "cli/cli_host.h"
+#include "support/sheet_host.h"
 
 namespace orvik::shell {
 namespace {
 
 using worksheet::CellPolicy;
 
-cli::CliHost HostWithColumn(const std::vector<const char*>& texts, worksheet::GridSelection selection) {
-  worksheet::Worksheet sheet("WorkSheet 1");
-  for (std::size_t i = 0; i < texts.size(); ++i) sheet.SetText(static_cast<long>(i) + 1, 1, texts[i]);
-  sheet.Selection = selection;
-  return cli::CliHost(std::move(sheet), {}, {});
+using testing_support::MessageTexts;
+
+cli::CliHost HostWithColumn(const std::vector<std::string>& texts, worksheet::GridSelection selection) {
+  return testing_support::HostOver(testing_support::Column(texts), selection);
 }
 
 const worksheet::GridSelection kColumnA{true, 1, 1, -1, -1};
@@ -46,7 +45,7 @@ TEST(AnalysisInputTest, AcceptedSelectionBecomesTheCurrentOne) {
 TEST(AnalysisInputTest, PoliciesShowTheirNoticeOnlyWhenTheBlockHoldsImproperCells) {
   struct PolicyCase {
     CellPolicy policy;
-    std::vector<const char*> texts;
+    std::vector<std::string> texts;
     std::vector<std::string> messages;
     bool goes_on;
     std::vector<double> values;
@@ -65,9 +64,7 @@ TEST(AnalysisInputTest, PoliciesShowTheirNoticeOnlyWhenTheBlockHoldsImproperCell
     ASSERT_TRUE(ResolveDataBlock(host));
     const auto figures = CollectNumericCells(host, c.policy);
     EXPECT_EQ(figures.has_value(), c.goes_on);
-    std::vector<std::string> texts;
-    for (const auto& box : host.Messages()) texts.push_back(box.text);
-    EXPECT_EQ(texts, c.messages);
+    EXPECT_EQ(MessageTexts(host), c.messages);
     if (c.goes_on) {
       EXPECT_EQ(host.CurrentSelection().values, c.values);
     }
@@ -90,9 +87,8 @@ TEST(AnalysisInputTest, ColumnShapeChecksMeasureTheDraggedSpan) {
   EXPECT_FALSE(RequireColumnSpan(two, 1, "Please select one column only"));
   EXPECT_TRUE(RequireAtMostColumns(two, 10));
   EXPECT_FALSE(RequireAtMostColumns(two, 1));
-  std::vector<std::string> texts;
-  for (const auto& box : two.Messages()) texts.push_back(box.text);
-  EXPECT_EQ(texts, (std::vector<std::string>{"Please select one column only", "Exceed selected available columns"}));
+  EXPECT_EQ(MessageTexts(two),
+            (std::vector<std::string>{"Please select one column only", "Exceed selected available columns"}));
 }
 
 }  // namespace
