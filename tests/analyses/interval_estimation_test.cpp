@@ -39,7 +39,8 @@ TEST(MeanIntervalsTest, OneToFiveUsesTheRowOfFourDegreesOfFreedom) {
 }
 
 // The band of a sample size is the row's representative degrees of
-// freedom: up to 31 values their own, then 40, 50, ..., 1000, then normal.
+// freedom: up to 31 values their own, then 40, 50, ..., 1000, then normal;
+// each band edge on both sides.
 struct BandCase {
   long n;
   double df;  // 0: the normal limit
@@ -47,7 +48,7 @@ struct BandCase {
 
 TEST(MeanIntervalsTest, TRowBandEdges) {
   const BandCase cases[] = {{31, 30}, {32, 40}, {41, 40}, {42, 50}, {51, 50}, {52, 60}, {61, 60},
-                            {62, 80}, {82, 100}, {102, 120}, {121, 120}, {122, 1000}, {1001, 1000}, {1002, 0}};
+                            {62, 80}, {81, 80}, {82, 100}, {101, 100}, {102, 120}, {121, 120}, {122, 1000}, {1001, 1000}, {1002, 0}};
   for (const auto& c : cases) {
     const SampleSummary s = Summary(c.n, 10.0, 4.0);
     const ReportedIntervals ci = MeanIntervals(s, std::nullopt);

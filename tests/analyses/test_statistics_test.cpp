@@ -43,7 +43,6 @@ TEST(OneSampleMeanTestTest, TOnOneToFiveAgainstBoost) {
   const TestStatistic greater = OneSampleMeanTest(s, 1.0, std::nullopt, kGreater);
   EXPECT_NEAR(greater.value, 2.0 * std::sqrt(2.0), 1e-11);
   EXPECT_NEAR(greater.pValue, TUpperTail(2.0 * std::sqrt(2.0), 4), kTolerance);
-  EXPECT_EQ(SixDecimals(greater.pValue), "0.023710");
   // A statistic on the other side of a one-sided H1 gives p > 0.5.
   const TestStatistic less = OneSampleMeanTest(s, 1.0, std::nullopt, kLess);
   EXPECT_NEAR(less.pValue, TLowerTail(2.0 * std::sqrt(2.0), 4), kTolerance);
@@ -95,7 +94,6 @@ TEST(OneProportionTestTest, ZOfTheCountsRoundedToTwelvePlaces) {
   const TestStatistic z = OneProportionTest({8, 100}, 0.05, kGreater);
   EXPECT_EQ(z.value, std::round(3.0 / std::sqrt(4.75) * 1e12) / 1e12);
   EXPECT_NEAR(z.pValue, NormalUpperTail(3.0 / std::sqrt(4.75)), 1e-11);
-  EXPECT_EQ(StatisticText(z.value), "1.376494");
   EXPECT_NEAR(OneProportionTest({8, 100}, 0.05, kLess).pValue, NormalLowerTail(3.0 / std::sqrt(4.75)), 1e-11);
 }
 
@@ -106,7 +104,6 @@ TEST(TwoProportionTestTest, PooledProportionInTheStandardError) {
   const TestStatistic less = TwoProportionTest({5, 100}, {12, 120}, kLess);
   EXPECT_NEAR(less.value, z, 1e-12);
   EXPECT_NEAR(less.pValue, NormalLowerTail(z), kTolerance);
-  EXPECT_EQ(StatisticText(less.value), "-1.382928");
   EXPECT_NEAR(TwoProportionTest({5, 100}, {12, 120}, kTwo).pValue, 2 * NormalLowerTail(z), kTolerance);
   // Both proportions 0: no standard error, so no statistic.
   EXPECT_FALSE(std::isfinite(TwoProportionTest({0, 10}, {0, 20}, kTwo).value));
