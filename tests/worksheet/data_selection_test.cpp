@@ -157,11 +157,5 @@ TEST(CommonDataChecksTest, AppliesTheThreeChecksInTheirOrder) {
   }
 }
 
-TEST(SelectedColumnSpanTest, MeasuresTheSpanInEitherDirection) {
-  EXPECT_EQ(SelectedColumnSpan(Block(2, 1, 3, 5)), 2);
-  EXPECT_EQ(SelectedColumnSpan(Block(5, 1, 3, 5)), 3);
-  EXPECT_EQ(SelectedColumnSpan(Block(4, 1, 4, 5)), 1);
-}
-
 }  // namespace
 }  // namespace orvik::worksheet
