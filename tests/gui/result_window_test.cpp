@@ -37,17 +37,6 @@ shell::ResultWindow TwoChartWindow() {
   return window;
 }
 
-// Saves a picture of `widget` when ORVIK_SCREENSHOT_DIR names a folder, so
-// that a developer can look at the windows these tests build.
-void MaybeSavePicture(QWidget& widget, const char* name) {
-  const QByteArray dir = qgetenv("ORVIK_SCREENSHOT_DIR");
-  if (dir.isEmpty()) return;
-  widget.resize(900, 650);
-  widget.show();
-  if (!QTest::qWaitForWindowExposed(&widget)) return;
-  widget.grab().save(QString::fromLocal8Bit(dir) + QLatin1Char('/') + QLatin1String(name));
-}
-
 int CountItems(QCustomPlot* plot, const char* class_name) {
   int count = 0;
   for (int i = 0; i < plot->itemCount(); ++i)
@@ -139,7 +128,6 @@ class ResultWindowTest : public QObject {
     QCOMPARE(grid->headerData(1, Qt::Horizontal).toString(), QStringLiteral("xbar UCL"));
     QCOMPARE(grid->index(2, 0).data(Qt::ForegroundRole).value<QBrush>().color(), QColor(0, 0, 255));
     QCOMPARE(window.GridText(), QStringLiteral("xbar\txbar UCL\r\n10\t12.5\r\n\r\n [xbar & R Code] \r\n"));
-    MaybeSavePicture(window, "control_form.png");
   }
 
   void aClickOnAPointShowsItsNumberAndValue() {
@@ -203,7 +191,6 @@ class ResultWindowTest : public QObject {
     QVERIFY(Texts(view).contains(QStringLiteral("n = 55")));
     QVERIFY(Texts(view).contains(QStringLiteral("LSL")));
     QCOMPARE(widget.DataView()->model()->rowCount(), 0);
-    MaybeSavePicture(widget, "pareto.png");
 
     shell::ResultWindow boxes = shell::MakeDataChart("Box-plot");
     boxes.Chart("DataChartView").series.push_back({"A", shell::SeriesType::Box, {}, {1, 2, 3, 4, 5, 2, 3, 4, 5, 9}, {}, {}, false});
@@ -213,7 +200,6 @@ class ResultWindowTest : public QObject {
     QCOMPARE(box->dataCount(), 2);
     QCOMPARE(box->data()->at(1)->median, 4.0);
     QCOMPARE(box->data()->at(1)->maximum, 9.0);
-    MaybeSavePicture(box_widget, "boxes.png");
   }
 
   void aHundredThousandPointsDrawAndPanQuickly() {
