@@ -90,14 +90,6 @@ TEST(OrvikCliTest, CalcPrintsSeventeenSignificantDigits) {
   EXPECT_EQ(answer.out, "2.6800000000000002\n");
 }
 
-TEST(OrvikCliTest, HelpDocumentsEveryCommand) {
-  const Answer answer = RunCli("--help");
-  EXPECT_EQ(answer.status, 0);
-  for (const char* word : {"run KEY", "select --sheet", "calc FUNCTION", "dialogs", "Exit status"})
-    EXPECT_NE(answer.out.find(word), std::string::npos) << word;
-}
-
-
 // The same numbers reach an analysis from a CSV file, the first sheet of a
 // workbook and the first worksheet of a project; a damaged project is a
 // usage error with the reader's message.
