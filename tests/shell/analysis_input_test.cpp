@@ -14,7 +14,8 @@ using worksheet::CellPolicy;
 using testing_support::MessageTexts;
 
 // The refusal boxes, the span checks and the Skip and Refuse policies are
-// seen in every golden case; the other policies only here.
+// seen in every golden case; the other policies only here (improper cells
+// counted as zero keep their positions).
 TEST(AnalysisInputTest, PoliciesShowTheirNoticeOnlyWhenTheBlockHoldsImproperCells) {
   struct PolicyCase {
     CellPolicy policy;
