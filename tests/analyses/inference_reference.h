@@ -55,7 +55,6 @@ inline std::vector<double> OneToN(long n) {
   for (long i = 1; i <= n; ++i) values.push_back(static_cast<double>(i));
   return values;
 }
-inline double OneToNVariance(long n) { return static_cast<double>(n) * static_cast<double>(n + 1) / 12.0; }
 
 // A summary given by its figures, as the analyses hold it.
 inline SampleSummary Summary(long n, double mean, double variance) {

@@ -43,7 +43,6 @@ TEST(OneSampleMeanTestTest, TOnOneToFiveAgainstBoost) {
   const TestStatistic greater = OneSampleMeanTest(s, 1.0, std::nullopt, kGreater);
   EXPECT_NEAR(greater.value, 2.0 * std::sqrt(2.0), 1e-11);
   EXPECT_NEAR(greater.pValue, TUpperTail(2.0 * std::sqrt(2.0), 4), kTolerance);
-  EXPECT_EQ(SixDecimals(greater.pValue), "0.023710");
   // A statistic on the other side of a one-sided H1 gives p > 0.5.
   const TestStatistic less = OneSampleMeanTest(s, 1.0, std::nullopt, kLess);
   EXPECT_NEAR(less.pValue, TLowerTail(2.0 * std::sqrt(2.0), 4), kTolerance);
@@ -95,7 +94,6 @@ TEST(OneProportionTestTest, ZOfTheCountsRoundedToTwelvePlaces) {
   const TestStatistic z = OneProportionTest({8, 100}, 0.05, kGreater);
   EXPECT_EQ(z.value, std::round(3.0 / std::sqrt(4.75) * 1e12) / 1e12);
   EXPECT_NEAR(z.pValue, NormalUpperTail(3.0 / std::sqrt(4.75)), 1e-11);
-  EXPECT_EQ(StatisticText(z.value), "1.376494");
   EXPECT_NEAR(OneProportionTest({8, 100}, 0.05, kLess).pValue, NormalLowerTail(3.0 / std::sqrt(4.75)), 1e-11);
 }
 
@@ -106,7 +104,6 @@ TEST(TwoProportionTestTest, PooledProportionInTheStandardError) {
   const TestStatistic less = TwoProportionTest({5, 100}, {12, 120}, kLess);
   EXPECT_NEAR(less.value, z, 1e-12);
   EXPECT_NEAR(less.pValue, NormalLowerTail(z), kTolerance);
-  EXPECT_EQ(StatisticText(less.value), "-1.382928");
   EXPECT_NEAR(TwoProportionTest({5, 100}, {12, 120}, kTwo).pValue, 2 * NormalLowerTail(z), kTolerance);
   // Both proportions 0: no standard error, so no statistic.
   EXPECT_FALSE(std::isfinite(TwoProportionTest({0, 10}, {0, 20}, kTwo).value));
@@ -146,65 +143,12 @@ TEST(PairedTestTest, TOfTheDifferences) {
   EXPECT_NEAR(less.pValue, TLowerTail(t, 4), kTolerance);
 }
 
-TEST(HypothesesTest, EveryWordingWithItsBlanksAndMisspellings) {
-  struct Case {
-    std::string left;
-    HypothesisOperators operators;
-    std::string right;
-    Alternative alternative;
-    std::string h0, h1;
-  };
-  const Case cases[] = {
-      {"mu", kSpacedOperators, "5", kTwo, "mu = 5", "mu >< 5"},
-      {"mu", kSpacedOperators, "5", kGreater, "mu = 5", "mu > 5"},
-      {"mu", kSpacedOperators, "5", kLess, "mu = 5", "mu < 5"},
-      {"sigma^2", kSpacedOperators, "1.5", kTwo, "sigma^2 = 1.5", "sigma^2 >< 1.5"},
-      {"p", kSpacedOperators, "0.05", kLess, "p = 0.05", "p < 0.05"},
-      {"Proportion differnce", kSpacedOperators, "0", kTwo, "Proportion differnce = 0", "Proportion differnce >< 0"},
-      {"Proportion differnce", kSpacedOperators, "0", kGreater, "Proportion differnce = 0", "Proportion differnce > 0"},
-      {"sigma^2_1", kJoinedOperators, "sigma^2_2", kTwo, "sigma^2_1= sigma^2_2", "sigma^2_1>< sigma^2_2"},
-      {"sigma^2_1", kJoinedOperators, "sigma^2_2", kLess, "sigma^2_1= sigma^2_2", "sigma^2_1< sigma^2_2"},
-      {"mu1", kJoinedOperators, "mu2", kTwo, "mu1= mu2", "mu1>< mu2"},
-      {"mu1", kJoinedOperators, "mu2", kGreater, "mu1= mu2", "mu1> mu2"},
-      {"Difference of means(μD)", kPairedOperators, "0", kTwo, "Difference of means(μD) = 0",
-       "Difference of means(μD) ><0"},
-      {"Difference of means(μD)", kPairedOperators, "0", kGreater, "Difference of means(μD) = 0",
-       "Difference of means(μD) > 0"},
-      {"Difference of means(μD)", kPairedOperators, "0", kLess, "Difference of means(μD) = 0",
-       "Difference of means(μD) < 0"},
-  };
-  for (const auto& c : cases) {
-    const Hypotheses h = MakeHypotheses(c.left, c.operators, c.right, c.alternative);
-    EXPECT_EQ(h.h0, c.h0);
-    EXPECT_EQ(h.h1, c.h1);
-  }
-}
-
-TEST(TestTableTest, ThreeSectionsWithFixedPValueTextAndDecision) {
-  TestReport report;
-  report.hypotheses = {"sigma^2_1= sigma^2_2", "sigma^2_1>< sigma^2_2"};
-  report.statisticLabel = "F = ";
-  report.resultLabel = "Reault";
-  report.statistic = {0.7241379310, 0.05};
-  report.alphaPercent = 5;
-  const shell::ResultTable table = TestTable(report);
-  const std::vector<std::vector<std::string>> expected = {
-      {"1. Hypothesis", ""},     {"H0", "sigma^2_1= sigma^2_2"}, {"H1", "sigma^2_1>< sigma^2_2"},
-      {"2. Test statistics", ""}, {"F = 0.724138", ""},          {"3. Test result", ""},
-      {"p-value", "0.050000"},   {"significance level", "5%"},  {"Reault", "Fail to reject H0"}};
-  EXPECT_EQ(table.TextRows(), expected);
-
-  report.statisticHeading = "2. Test statistic";
-  report.statisticLabel = "Chi-Square = ";
-  report.resultLabel = "Result";
-  report.statistic = {10.0, 1e-9};
-  report.alphaPercent = 1;
-  const shell::ResultTable other = TestTable(report);
-  EXPECT_EQ(other.TextRows()[3][0], "2. Test statistic");
-  EXPECT_EQ(other.TextRows()[4][0], "Chi-Square = 10");
-  EXPECT_EQ(other.TextRows()[6][1], "0.000000");
-  EXPECT_EQ(other.TextRows()[7][1], "1%");
-  EXPECT_EQ(other.TextRows()[8], (std::vector<std::string>{"Result", "Reject H0"}));
+// The golden cases show every wording but these two.
+TEST(HypothesesTest, JoinedGreaterAndPairedLess) {
+  EXPECT_EQ(MakeHypotheses("mu1", kJoinedOperators, "mu2", kGreater).h1, "mu1> mu2");
+  const Hypotheses paired = MakeHypotheses("Difference of means(μD)", kPairedOperators, "0", kLess);
+  EXPECT_EQ(paired.h0, "Difference of means(μD) = 0");
+  EXPECT_EQ(paired.h1, "Difference of means(μD) < 0");
 }
 
 }  // namespace

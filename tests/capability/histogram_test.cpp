@@ -8,15 +8,9 @@
 #include <vector>
 
 #include "stats/decimal_numbers.h"
-#include "support/sheet_host.h"
 
 namespace orvik::capability {
 namespace {
-
-using testing_support::Block;
-using testing_support::HostOver;
-using testing_support::LogLines;
-using testing_support::MessageTexts;
 
 HistogramClasses ClassesOf(const std::vector<double>& values) {
   return MakeHistogramClasses(values, *std::min_element(values.begin(), values.end()),
@@ -95,49 +89,6 @@ TEST(HistogramClassesTest, CountsLikeTheClassTestOnLargeSamples) {
         }
     EXPECT_EQ(classes.frequencies, expected) << n;
     EXPECT_EQ(std::accumulate(expected.begin(), expected.end(), 0L), n) << n;
-  }
-}
-
-TEST(HistogramViewTest, ThreeValuesGiveFourClassesAndTheEightColumnTable) {
-  auto host = HostOver({{"1"}, {"2"}, {"4"}}, Block(1, 1, 1, 3));
-  HistogramView(host);
-  ASSERT_EQ(host.Windows().size(), 1u);
-  const auto& table = *host.Windows()[0].table;
-  EXPECT_EQ(table.columns,
-            (std::vector<std::string>{"No.", "Lower class limit", "Upper class limit", "Center", "Frequency",
-                                      "Relative frequency", "Cumulative frequency", "Cumulative relative frequency"}));
-  // min 1: p = 1, h = Round(3 / 3, 1) = 1, first lower limit 1 - Round((4 - 3) / 2, 1) = 0.5.
-  EXPECT_EQ(table.TextRows(), (std::vector<std::vector<std::string>>{
-                            {"1", "0.5", "1.5", "1", "1", "0.333333", "1", "0.333333"},
-                            {"2", "1.5", "2.5", "2", "1", "0.333333", "2", "0.666667"},
-                            {"3", "2.5", "3.5", "3", "0", "0", "2", "0.666667"},
-                            {"4", "3.5", "4.5", "4", "1", "0.333333", "3", "1"},
-                        }));
-  const auto& bars = host.Windows()[0].charts.at(0).series.at(0);
-  EXPECT_EQ(bars.x, (std::vector<double>{1, 2, 3, 4}));
-  EXPECT_EQ(bars.y, (std::vector<double>{1, 1, 0, 1}));
-  EXPECT_EQ(LogLines(host), (std::vector<std::string>{"Histogram generation is starting",
-                                                      "Histogram generation is completed"}));
-}
-
-TEST(HistogramViewTest, RefusalsComeBeforeAnyLogLine) {
-  const struct {
-    std::vector<std::vector<std::string>> rows;
-    worksheet::GridSelection selection;
-    std::string message;
-  } cases[] = {
-      {{}, Block(1, 1, 1, 3), "Select data from worksheet"},
-      {{{"1"}, {"2"}, {"3"}}, {}, "Select data from worksheet"},
-      {{{"4"}, {"4"}, {"4"}, {"4"}}, Block(1, 1, 1, 4), "All data are same"},
-      {{{"4"}, {"5"}}, Block(1, 1, 1, 2), "All data are not enough to analysis"},
-      {{{"-2"}, {"1"}, {"1"}}, Block(1, 1, 1, 3), "Please, select valid data"},
-  };
-  for (const auto& c : cases) {
-    auto host = HostOver(c.rows, c.selection);
-    HistogramView(host);
-    EXPECT_TRUE(host.Windows().empty());
-    EXPECT_EQ(MessageTexts(host), std::vector<std::string>{c.message});
-    EXPECT_TRUE(LogLines(host).empty());
   }
 }
 

@@ -6,15 +6,12 @@
 #include <vector>
 
 #include "capability/cpk_form.h"
-#include "stats/decimal_numbers.h"
 #include "support/sheet_host.h"
 
 namespace orvik::capability {
 namespace {
 
-using testing_support::Block;
 using testing_support::HostOver;
-using testing_support::LogLines;
 using testing_support::MessageTexts;
 
 // Ten individual values; the expected figures below were worked out
@@ -129,25 +126,6 @@ TEST(ComputeCapabilityTest, RefusalsInTheirOrder) {
             "Improper data for process capability analysis");
 }
 
-TEST(CapabilityTableTest, SixteenRowsWithStarsForTheSideNotInUse) {
-  CpkSettings upper = TwoSided(0, 11);
-  upper.UseLower = false;
-  const shell::ResultTable table = CapabilityTable(*ComputeCapability(kTen, upper).result);
-  std::vector<std::string> labels, values;
-  for (const auto& row : table.TextRows()) labels.push_back(row.at(0)), values.push_back(row.at(1));
-  EXPECT_EQ(labels, (std::vector<std::string>{"N", "Mean", "Variance", "Standard deviation", "Cp", "Cpk", "Cpu",
-                                              "Cpl", "Pp", "Ppk", "Ppu", "Ppl", "Nonconformity rate(ppm)",
-                                              "Potential nonconformity rate(ppm)", "Long-term sigma level",
-                                              "Short-term sigma level"}));
-  EXPECT_EQ(values[0], "10");
-  EXPECT_EQ(values[3], "0.2275721561");
-  EXPECT_EQ(values[4], "*");
-  EXPECT_EQ(values[5], "1.04904002");
-  EXPECT_EQ(values[7], "*");
-  EXPECT_EQ(values[12], "0 ppm");
-  EXPECT_EQ(values[15], "5.58661594");
-}
-
 TEST(CpkFormTest, OptionsEnableExactlyTheInputsOfTheirCase) {
   CpkForm form;
   EXPECT_TRUE(form.Control("TwoOpt").checked);
@@ -199,46 +177,6 @@ TEST(CpkFormTest, OkRefusesImproperInputAndStaysOpen) {
     EXPECT_FALSE(form.PressOk(host));
     EXPECT_EQ(MessageTexts(host), std::vector<std::string>{c.message});
   }
-}
-
-TEST(CpkSelectionTest, RunsTheStudyWithTheDialogSettings) {
-  std::vector<std::vector<std::string>> rows;
-  for (const double x : kTen) rows.push_back({stats::FormatNumber(x)});
-  auto host = HostOver(rows, Block(1, 1, 1, 10), {{"CpkForm", "Uppertxt", "11"}, {"CpkForm", "Lowertxt", "9"}});
-  CpkSelection(host);
-  ASSERT_EQ(host.Windows().size(), 1u) << (host.Messages().empty() ? "" : host.Messages()[0].text);
-  const auto& chart = host.Windows()[0].charts.at(0);
-  ASSERT_EQ(chart.lines.size(), 3u);
-  EXPECT_EQ(chart.lines[0].label, "USL: 11");
-  EXPECT_EQ(chart.lines[1].label, "LSL: 9");
-  EXPECT_EQ(chart.lines[2].label, "Mean:10.07");
-  EXPECT_EQ(chart.labels.at(3).text, "Cp : 1.12800002   Cpk : 1.04904002");
-  EXPECT_EQ(host.Settings().Last<CpkSettings>().USL, 11);
-  EXPECT_EQ(LogLines(host), (std::vector<std::string>{"Process capability analysis is starting",
-                                                      "Process capability analysis is completed"}));
-}
-
-TEST(CpkSelectionTest, CancelAndRefusalLines) {
-  auto cancelled = cli::CliHost(testing_support::MakeSheet({{"1"}, {"2"}, {"3"}}), {}, {"CpkForm"});
-  cancelled.ActiveWorksheet()->Selection = Block(1, 1, 1, 3);
-  CpkSelection(cancelled);
-  EXPECT_EQ(LogLines(cancelled), (std::vector<std::string>{"Process capability analysis is starting",
-                                                           "Cancel input specification"}));
-
-  auto same = HostOver({{"4"}, {"4"}, {"4"}}, Block(1, 1, 1, 3), {{"CpkForm", "Uppertxt", "5"}, {"CpkForm", "Lowertxt", "3"}});
-  CpkSelection(same);
-  EXPECT_EQ(MessageTexts(same), std::vector<std::string>{"All data are same"});
-  EXPECT_EQ(LogLines(same), (std::vector<std::string>{"Process capability analysis is starting",
-                                                      "Cancel Process capability analysis"}));
-
-  auto nothing = HostOver({{"a"}, {"b"}}, Block(1, 1, 1, 2));
-  CpkSelection(nothing);
-  EXPECT_EQ(MessageTexts(nothing), std::vector<std::string>{"Please, select valid data"});
-
-  auto no_block = HostOver({{"1"}}, {});
-  CpkSelection(no_block);
-  EXPECT_EQ(MessageTexts(no_block), std::vector<std::string>{"Select data from worksheet"});
-  EXPECT_TRUE(LogLines(no_block).empty());
 }
 
 }  // namespace

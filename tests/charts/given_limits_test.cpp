@@ -2,15 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include "charts/chart_test_support.h"
-#include "charts/control_charts.h"
+#include "support/sheet_host.h"
 
 namespace orvik::charts {
 namespace {
 
-using testing::LogLines;
-using testing::MessageTexts;
-using testing::SheetHost;
+using testing_support::SheetHost;
 
 TEST(ControlLimitDialogTest, OptionButtonsEnableTheLimitBoxes) {
   GivenLimitsDialog dialog(1);
@@ -83,17 +80,6 @@ TEST(ControlLimitDialogTest, TwoSetsAreCheckedAndTheComputedChoiceClearsTheFlag)
   computed.Click("AnalysisOpt");
   EXPECT_TRUE(computed.PressOk(host));
   EXPECT_FALSE(host.Settings().givenLimits.use);
-}
-
-TEST(GivenLimitsChartTest, TheOneChartSetLeavesTheLowerChartComputed) {
-  auto host = SheetHost({{"1", "3"}, {"2", "2"}, {"4", "6"}}, "A1:B3");
-  host.Settings().givenLimits.use = true;
-  host.Settings().givenLimits.charts[0] = {"100", "50", "-10"};
-  XbarRView(host);
-  ASSERT_EQ(host.Windows().size(), 1u);
-  const auto row = host.Windows()[0].table->TextRows()[0];
-  EXPECT_EQ(row[1], "100");
-  EXPECT_EQ(row[6], "4.356");  // R UCL from the data
 }
 
 }  // namespace

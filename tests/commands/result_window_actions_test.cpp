@@ -2,16 +2,16 @@
 
 #include <gtest/gtest.h>
 
-#include "charts/chart_test_support.h"
 #include "charts/control_charts.h"
 #include "commands/command_registry.h"
+#include "support/sheet_host.h"
 
 namespace orvik::commands {
 namespace {
 
-using charts::testing::LogLines;
-using charts::testing::MessageTexts;
-using charts::testing::SheetHost;
+using testing_support::LogLines;
+using testing_support::MessageTexts;
+using testing_support::SheetHost;
 
 TEST(OpenGivenLimitsTest, GivenLimitsReplaceTheComputedOnesDownstream) {
   // Counts 2, 4, 6, 4 against given limits 5 / 4 / 3: the 2 and the 6 fall

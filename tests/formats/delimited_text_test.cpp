@@ -24,14 +24,6 @@ std::vector<std::string> Row(const worksheet::Worksheet& sheet, long row) {
 
 using Cells = std::vector<std::string>;
 
-TEST(DelimitedTextTest, EveryFieldIsOneCellFromRowOneColumnA) {
-  const auto sheet = Read("1,2,3\r\n4,,6\r\n");
-  EXPECT_EQ(sheet.DataRowCnt(), 2);
-  EXPECT_EQ(sheet.DataColCnt(), 3);
-  EXPECT_EQ(Row(sheet, 1), (Cells{"1", "2", "3"}));
-  EXPECT_EQ(Row(sheet, 2), (Cells{"4", "", "6"}));
-}
-
 TEST(DelimitedTextTest, QuotesAreRemovedAndEverythingElseKeptAsWritten) {
   const auto sheet = Read("\"a,b\",\" 12 \",\"say \"\"hi\"\"\"\n  x , y\n\"line\none\",z");
   EXPECT_EQ(Row(sheet, 1), (Cells{"a,b", " 12 ", "say \"hi\""}));
@@ -48,11 +40,6 @@ TEST(DelimitedTextTest, LineEndingsAndTheLastLine) {
   EXPECT_EQ(old_mac.Text(2, 1), "2");
   EXPECT_EQ(Read("").DataRowCnt(), 0);
   EXPECT_EQ(Read("\"\"").DataRowCnt(), 0);  // one empty quoted field is one empty cell
-}
-
-TEST(DelimitedTextTest, DropsAByteOrderMarkAndReadsTabs) {
-  const auto sheet = Read("\xEF\xBB\xBF" "12\t13\n", '\t');
-  EXPECT_EQ(Row(sheet, 1), (Cells{"12", "13"}));
 }
 
 TEST(DelimitedTextTest, FieldsSpanningReadBlocksArriveWhole) {

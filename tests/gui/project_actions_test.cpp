@@ -132,36 +132,19 @@ class ProjectActionsTest : public QObject {
     QCOMPARE(reopened->NewWorksheet()->parentWidget()->windowTitle(), QStringLiteral("WorkSheet 3"));
   }
 
+  // The reader's refusals of damaged and foreign files are the formats
+  // tests'; here the message reaches the user and nothing open changes.
   void aFileThatIsNoProjectChangesNothingOpen() {
     BuildSession(*window_);
     const QStringList before = Titles(*window_);
-    for (const QString& name : {QStringLiteral("data.orv"), QStringLiteral("cut.orv"), QStringLiteral("newer.orv")}) {
-      asked_.clear();
-      const QString path = Path(name);
-      if (name == QLatin1String("data.orv")) {
-        std::ofstream(path.toStdString()) << "1,2\n";
-      } else {
-        formats::Project project;
-        project.sheets.push_back({worksheet::Worksheet("X"), {}, std::nullopt});
-        project.order = {{formats::Project::Document::Kind::Sheet, 0}};
-        formats::SaveProject(path.toStdString(), project);
-        if (name == QLatin1String("cut.orv")) std::filesystem::resize_file(path.toStdString(), 70000);
-        else {
-          std::fstream file(path.toStdString(), std::ios::in | std::ios::out | std::ios::binary);
-          file.seekp(63);
-          file.put(9);  // format version 9 in the header
-        }
-      }
-      QVERIFY(!window_->Projects().OpenProject(path));
-      QCOMPARE(asked_.size(), std::size_t{1});
-      QCOMPARE(asked_[0].title, std::string("Information"));
-      const std::string text = asked_[0].text;
-      QVERIFY2(text.find("not an Orvik project") != std::string::npos || text.find("incomplete") != std::string::npos ||
-                   text.find("newer version") != std::string::npos,
-               text.c_str());
-      QCOMPARE(Titles(*window_), before);
-      QVERIFY(window_->Projects().IsModified());
-    }
+    const QString path = Path(QStringLiteral("data.orv"));
+    std::ofstream(path.toStdString()) << "1,2\n";
+    QVERIFY(!window_->Projects().OpenProject(path));
+    QCOMPARE(asked_.size(), std::size_t{1});
+    QCOMPARE(asked_[0].title, std::string("Information"));
+    QVERIFY2(asked_[0].text.find("not an Orvik project") != std::string::npos, asked_[0].text.c_str());
+    QCOMPARE(Titles(*window_), before);
+    QVERIFY(window_->Projects().IsModified());
   }
 
   void unsavedWorkIsNeverDroppedSilently() {

@@ -2,35 +2,10 @@
 
 #include <gtest/gtest.h>
 
+// The worksheet numbering, the questions and the menu rules are checked on
+// the real windows (main_window_test).
 namespace orvik::gui {
 namespace {
-
-TEST(WorksheetCounter, NumbersAreNeverReused) {
-  WorksheetCounter counter;
-  EXPECT_EQ(counter.NextName(), "WorkSheet 1");
-  EXPECT_EQ(counter.NextName(), "WorkSheet 2");
-  EXPECT_EQ(counter.NextName(), "WorkSheet 3");
-  EXPECT_EQ(counter.Value(), 3);
-}
-
-TEST(Questions, CloseTextTitleIconButtonsAndLogLines) {
-  const shell::MessageBox close = CloseWorksheetQuestion("WorkSheet 2");
-  EXPECT_EQ(close.text, "WorkSheet 2 include data\r\n\r Are you sure you want to close?");
-  EXPECT_EQ(close.title, "Confirmation");
-  EXPECT_EQ(close.icon, shell::MessageIcon::Question);
-  EXPECT_EQ(close.buttons, shell::MessageButtons::OkCancel);
-  // The exit question's text is checked on the real message box (main_window_test).
-  EXPECT_EQ(WorksheetMadeLine("WorkSheet 3"), "WorkSheet 3 generation is completed");
-  EXPECT_EQ(WorksheetClosedLine("WorkSheet 3"), "WorkSheet 3 elimination is completed");
-}
-
-TEST(MenuRules, CountsOfDocumentWindows) {
-  EXPECT_FALSE(ExitNeedsQuestion(0));
-  EXPECT_TRUE(ExitNeedsQuestion(1));
-  EXPECT_TRUE(CloseDisablesMenus(1));
-  EXPECT_FALSE(CloseDisablesMenus(2));
-  EXPECT_FALSE(CloseDisablesMenus(0));
-}
 
 // The fields as "IsBlockSelected SelBlockCol SelBlockCol2 SelBlockRow SelBlockRow2".
 std::string Fields(const std::optional<GridRange>& range, GridPoint anchor) {
@@ -53,14 +28,6 @@ TEST(SelectionFromGrid, WholeColumnsRowsSheetAndNothing) {
   EXPECT_EQ(Fields(GridRange{2, 0, 6, 51}, {6, 0}), "1 -1 -1 7 3");   // rows 7:3
   EXPECT_EQ(Fields(GridRange{0, 0, 999, 51}, {0, 0}), "1 -1 -1 -1 -1");
   EXPECT_EQ(Fields(std::nullopt, {0, 0}).substr(0, 1), "0");
-}
-
-TEST(KeyTables, EditsAndStylesByKey) {
-  EXPECT_EQ(RowColumnEditForKey("mnuDelCol"), RowColumnEditKind::DeleteColumn);
-  EXPECT_EQ(RowColumnEditForKey("mnuInsertRow"), RowColumnEditKind::InsertRow);
-  EXPECT_FALSE(RowColumnEditForKey("mnuInsert"));
-  EXPECT_EQ(FontStyleForKey("mnuUnderline"), FontStyle::Underline);
-  EXPECT_FALSE(FontStyleForKey("mnuLeft"));
 }
 
 }  // namespace

@@ -14,7 +14,6 @@
 #include "gui/sheet_printer.h"
 #include "gui/tool_dialogs.h"
 #include "gui/worksheet_window.h"
-#include "worksheet/data_selection.h"
 
 using namespace orvik;
 using orvik::gui::WorksheetWindow;
@@ -74,14 +73,6 @@ class WorksheetWindowTest : public QObject {
     SendMouse(viewport, QEvent::MouseMove, CellCenter(w.View(), 5, 4));
     SendMouse(viewport, QEvent::MouseButtonRelease, CellCenter(w.View(), 5, 4));
     QCOMPARE(Fields(w.Sheet().Selection), std::string("1 2 5 2 6"));
-    // The walk of the analyses follows the drag's direction.
-    w.Editor().SetCell(2, 2, "1");
-    w.Editor().SetCell(2, 3, "2");
-    w.SelectBlock(2, 3, 2, 2);
-    worksheet::DataSelection selection;
-    QVERIFY(!worksheet::ResolveBlock(&w.Sheet(), selection));
-    worksheet::CollectNumericCells(w.Sheet(), selection);
-    QCOMPARE(selection.values, (std::vector<double>{2, 1}));
   }
 
   void headersAndCornerSelectWholeColumnsRowsAndSheet() {

@@ -105,8 +105,7 @@ std::vector<double> RandomTerms(std::mt19937_64& random, int count, int max_expo
 // factor of two to spare), however badly the terms cancel.
 TEST(CompensatedSumTest, AgreesWithExactSums) {
   std::mt19937_64 random(20240611);
-  std::vector<double> accuracy_sample;
-  for (const auto& text : testing_support::AccuracySampleTexts()) accuracy_sample.push_back(std::stod(text));
+  const std::vector<double> accuracy_sample = testing_support::AccuracySampleValues();
   // Terms up to 2^53 and their exact negatives, shuffled among terms below
   // 2^-7 that make up the whole sum: plain summation errs by units here.
   std::vector<double> cancelling = RandomTerms(random, 500, 0);

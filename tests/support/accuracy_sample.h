@@ -19,11 +19,10 @@ inline std::vector<std::string> AccuracySampleTexts() {
   return texts;
 }
 
-// The sample as worksheet rows of one cell each, for A1:A1001.
-inline std::vector<std::vector<std::string>> AccuracySampleColumn() {
-  std::vector<std::vector<std::string>> rows;
-  for (const auto& text : AccuracySampleTexts()) rows.push_back({text});
-  return rows;
+inline std::vector<double> AccuracySampleValues() {
+  std::vector<double> values;
+  for (const auto& text : AccuracySampleTexts()) values.push_back(std::stod(text));
+  return values;
 }
 
 }  // namespace orvik::testing_support

@@ -2,9 +2,11 @@
 
 // Test support: a headless host over a worksheet written from rows of cell
 // texts, the way orvik-cli runs a command on a --sheet file.
+#include <set>
 #include <string>
 #include <vector>
 
+#include "cli/cell_range.h"
 #include "cli/cli_host.h"
 #include "worksheet/worksheet.h"
 
@@ -20,13 +22,26 @@ inline worksheet::Worksheet MakeSheet(const SheetRows& rows) {
   return sheet;
 }
 
+// One column of cells, row 1 first.
+inline SheetRows Column(const std::vector<std::string>& texts) {
+  SheetRows rows;
+  for (const auto& text : texts) rows.push_back({text});
+  return rows;
+}
+
 // A host whose worksheet holds `rows` with `selection` selected; dialogs are
-// filled from `settings` and confirmed.
+// filled from `settings` and confirmed, except those named in `cancels`.
 inline cli::CliHost HostOver(const SheetRows& rows, worksheet::GridSelection selection,
-                             std::vector<cli::DialogSetting> settings = {}) {
+                             std::vector<cli::DialogSetting> settings = {}, std::set<std::string> cancels = {}) {
   worksheet::Worksheet sheet = MakeSheet(rows);
   sheet.Selection = selection;
-  return cli::CliHost(std::move(sheet), std::move(settings), {});
+  return cli::CliHost(std::move(sheet), std::move(settings), std::move(cancels));
+}
+
+// The same with the block written as orvik-cli's --select takes it ("A1:B3").
+inline cli::CliHost SheetHost(const SheetRows& rows, const std::string& range,
+                              std::vector<cli::DialogSetting> settings = {}, std::set<std::string> cancels = {}) {
+  return HostOver(rows, *cli::ParseCellRange(range), std::move(settings), std::move(cancels));
 }
 
 // The block from column `col`, row `row` (where the drag began) to `col2`, `row2`.

@@ -109,22 +109,6 @@ TEST(CollectNumericCellsTest, SkipsEmptyAndTextCellsWithoutLeavingGaps) {
   EXPECT_EQ(figures.equalToFirst, 1);
 }
 
-TEST(CollectNumericCellsTest, CountAsZeroKeepsThePositionsOfImproperCells) {
-  Worksheet sheet;
-  const char* column[] = {"4", "", "n/a", "6"};
-  for (long row = 1; row <= 4; ++row) sheet.SetText(row, 1, column[row - 1]);
-  sheet.Selection = Block(1, 1, 1, 4);
-  DataSelection selection;
-  ASSERT_FALSE(ResolveBlock(&sheet, selection).has_value());
-  const RunningFigures zeros = CollectNumericCells(sheet, selection, CellPolicy::CountAsZero);
-  EXPECT_EQ(selection.values, (std::vector<double>{4, 0, 0, 6}));
-  EXPECT_EQ(zeros.improperCells, 2);
-  EXPECT_EQ(zeros.minimum, 0);
-  const RunningFigures dropped = CollectNumericCells(sheet, selection, CellPolicy::DropWithNotice);
-  EXPECT_EQ(selection.values, (std::vector<double>{4, 6}));
-  EXPECT_EQ(dropped.improperCells, 2);
-}
-
 RunningFigures FiguresOf(const std::vector<const char*>& texts) {
   Worksheet sheet;
   for (std::size_t i = 0; i < texts.size(); ++i) sheet.SetText(static_cast<long>(i) + 1, 1, texts[i]);
@@ -155,12 +139,6 @@ TEST(CommonDataChecksTest, AppliesTheThreeChecksInTheirOrder) {
     SCOPED_TRACE(testing::PrintToString(c.texts.size()) + " values");
     EXPECT_EQ(CommonDataChecks(FiguresOf(c.texts)), c.refusal);
   }
-}
-
-TEST(SelectedColumnSpanTest, MeasuresTheSpanInEitherDirection) {
-  EXPECT_EQ(SelectedColumnSpan(Block(2, 1, 3, 5)), 2);
-  EXPECT_EQ(SelectedColumnSpan(Block(5, 1, 3, 5)), 3);
-  EXPECT_EQ(SelectedColumnSpan(Block(4, 1, 4, 5)), 1);
 }
 
 }  // namespace
