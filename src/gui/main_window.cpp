@@ -107,6 +107,12 @@ MainWindow::MainWindow() : host_(*this) {
   setCentralWidget(mdi_);
   CreateSessionPane();
   CreateBars();
+  // The History pane is shown and hidden from the View menu, like the
+  // session pane.
+  QAction* history = history_->toggleViewAction();
+  history->setObjectName(QStringLiteral("miHistory"));
+  history->setText(QStringLiteral("&History Window"));
+  menus_.value(QStringLiteral("mnuView"))->addAction(history);
   CreateWindowCommands();
   project_ = std::make_unique<ProjectActions>(*this);
   project_->RegisterCommands();
