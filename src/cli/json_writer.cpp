@@ -44,7 +44,57 @@ void AppendEscapedTo(std::string& out, std::string_view value) {
   out.append(value.data() + plain, value.size() - plain);
 }
 
+constexpr double kPowersOfTen[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9};
+
+// The shortest text of `value` exactly as std::to_chars writes it, found
+// quickly for the numbers measurements are made of: a few decimal places
+// and not too many digits. The decimal k / 10^d with the fewest places d
+// that reads back to the value is its shortest digits; to_chars then writes
+// fixed notation unless the scientific one is shorter. Returns false where
+// it cannot tell, for to_chars to decide.
+bool AppendShortDecimal(double value, std::string& out) {
+  const double magnitude = std::fabs(value);
+  if (!(magnitude >= 1e-3 && magnitude < 1e15)) return false;
+  for (int places = 0; places < 10; ++places) {
+    const double scaled = magnitude * kPowersOfTen[places];
+    if (scaled >= 9e15) return false;
+    const double units = std::nearbyint(scaled);
+    if (units / kPowersOfTen[places] != magnitude) continue;
+    char digits[24];
+    auto whole = static_cast<unsigned long long>(units);
+    int count = static_cast<int>(std::to_chars(digits, digits + sizeof digits, whole).ptr - digits);
+    // Trailing zeros of a whole number are digits scientific notation drops.
+    int significant = count;
+    while (places == 0 && significant > 1 && digits[significant - 1] == '0') --significant;
+    const int exponent = count - 1 - places;
+    const int fixed_length = places == 0 ? count : (count > places ? count + 1 : places + 2);
+    const int exponent_digits = std::abs(exponent) >= 100 ? 3 : 2;
+    const int scientific_length = significant + (significant > 1 ? 1 : 0) + 2 + exponent_digits;
+    if (scientific_length < fixed_length) return false;  // to_chars writes the exponent form
+    if (value < 0) out += '-';
+    if (places == 0) {
+      out.append(digits, count);
+    } else if (count > places) {
+      out.append(digits, count - places);
+      out += '.';
+      out.append(digits + count - places, places);
+    } else {
+      out += "0.";
+      out.append(places - count, '0');
+      out.append(digits, count);
+    }
+    return true;
+  }
+  return false;
+}
+
 }  // namespace
+
+void AppendShortestNumber(double value, std::string& out) {
+  if (AppendShortDecimal(value, out)) return;
+  char buffer[32];
+  out.append(buffer, std::to_chars(buffer, buffer + sizeof buffer, value).ptr);
+}
 
 std::string JsonEscape(std::string_view value) {
   std::string out;
@@ -54,9 +104,9 @@ std::string JsonEscape(std::string_view value) {
 }
 
 std::string ExactNumberText(double value) {
-  char buffer[32];
-  const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
-  return std::string(buffer, result.ptr);
+  std::string text;
+  AppendShortestNumber(value, text);
+  return text;
 }
 
 void JsonWriter::Flush() {
@@ -127,15 +177,7 @@ JsonWriter& JsonWriter::String(std::string_view value) {
 JsonWriter& JsonWriter::Number(double value) {
   if (!std::isfinite(value)) return Null();
   BeforeValue();
-  char buffer[32];
-  // A whole number without trailing zeros (sample numbers) has the same
-  // shortest text as an integer, which is much quicker to write.
-  const bool plain_integer =
-      std::fabs(value) < 1e15 && value == std::trunc(value) && static_cast<long long>(value) % 10 != 0;
-  const auto result = plain_integer
-                          ? std::to_chars(buffer, buffer + sizeof buffer, static_cast<long long>(value))
-                          : std::to_chars(buffer, buffer + sizeof buffer, value);
-  out_.append(buffer, result.ptr);
+  AppendShortestNumber(value, out_);
   return *this;
 }
 

@@ -73,7 +73,9 @@ class JsonWriter {
 // `value` with JSON escapes, without the surrounding quotes.
 std::string JsonEscape(std::string_view value);
 
-// The shortest text that reads back to exactly `value`.
+// The shortest text that reads back to exactly `value`, as std::to_chars
+// writes it (quicker for numbers of a few decimal places).
 std::string ExactNumberText(double value);
+void AppendShortestNumber(double value, std::string& out);
 
 }  // namespace orvik::cli

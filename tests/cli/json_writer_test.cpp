@@ -2,9 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <charconv>
+#include <cmath>
 #include <cstdlib>
 #include <limits>
+#include <random>
 #include <sstream>
+#include <vector>
 
 // Every golden case checks the writer's commas, nesting and streamed grid
 // cells byte for byte; these are the texts the cases may not reach.
@@ -25,14 +29,24 @@ TEST(JsonWriterTest, NumbersCarryTheirFullValue) {
   EXPECT_EQ(json.Text(), "[null,null,1]");
 }
 
-TEST(JsonWriterTest, WholeNumbersReadAsTheShortestTextOfTheDouble) {
-  // Whole numbers take a quicker path; the text must stay the double's own
-  // shortest text, which turns trailing zeros into an exponent ("1e+06").
-  const double values[] = {1, -3, 17, 10, 1000000, 123456789012345, -999999999999999, 1e15, 4503599627370497, -0.0, 7.5};
+TEST(JsonWriterTest, NumbersOfFewPlacesWriteAsToCharsDoes) {
+  // Numbers of a few decimal places take a quicker path; the text must stay
+  // std::to_chars' own, which turns trailing zeros into an exponent
+  // ("1e+06") and writes whichever notation is shorter.
+  std::vector<double> values = {1, -3, 17, 10, 1000000, 123456789012345, -999999999999999, 1e15, 4503599627370497,
+                                -0.0, 7.5, 0.001, 0.0001, 0.00012, 1e14 + 0.5, 999.9999999999999, 0.1 + 0.2};
+  std::mt19937_64 random(42);
+  std::uniform_int_distribution<long long> units(-99999999999LL, 99999999999LL);
+  std::uniform_int_distribution<int> places(0, 12);
+  std::uniform_real_distribution<double> any(-1e6, 1e6);
+  for (int i = 0; i < 300000; ++i) {
+    values.push_back(static_cast<double>(units(random)) / std::pow(10.0, places(random)));
+    values.push_back(any(random));
+  }
   for (const double value : values) {
-    JsonWriter json;
-    json.Number(value);
-    EXPECT_EQ(json.Text(), ExactNumberText(value)) << value;
+    char buffer[32];
+    const std::string expected(buffer, std::to_chars(buffer, buffer + sizeof buffer, value).ptr);
+    ASSERT_EQ(ExactNumberText(value), expected) << value;
   }
 }
 
