@@ -95,19 +95,42 @@ void RuleB(const std::vector<double>& values, std::vector<std::string>& codes) {
   }
 }
 
+// Where each point lies, worked out once for the rules that count points
+// in windows: strictly above or below CL, in the upper or lower zone
+// between the 2-sigma line and the limit (both ends inclusive).
+struct PointPlaces {
+  std::vector<unsigned char> above, below, upperZone, lowerZone;
+};
+
+PointPlaces PlacesOf(const std::vector<double>& values, double cl, double ucl, double upper_two_sigma, double lcl,
+                     double lower_two_sigma) {
+  PointPlaces places;
+  const std::size_t n = values.size();
+  places.above.resize(n), places.below.resize(n), places.upperZone.resize(n), places.lowerZone.resize(n);
+  for (std::size_t i = 0; i < n; ++i) {
+    const double v = values[i];
+    places.above[i] = v > cl;
+    places.below[i] = v < cl;
+    places.upperZone[i] = upper_two_sigma <= v && v <= ucl;
+    places.lowerZone[i] = lcl <= v && v <= lower_two_sigma;
+  }
+  return places;
+}
+
 // Rules C to F: in a window of m successive points at least k lie strictly
 // on one side of CL; all m points of the window are marked.
-void RuleKOfMOneSide(const std::vector<double>& values, double cl, std::size_t k, std::size_t m,
-                     char letter, std::vector<std::string>& codes) {
-  if (values.size() < m) return;
+void RuleKOfMOneSide(const PointPlaces& places, std::size_t k, std::size_t m, char letter,
+                     std::vector<std::string>& codes) {
+  const std::size_t n = places.above.size();
+  if (n < m) return;
   RuleMarker marker(codes, letter);
   std::size_t above = 0, below = 0;
-  for (std::size_t i = 0; i < values.size(); ++i) {
-    above += values[i] > cl;
-    below += values[i] < cl;
+  for (std::size_t i = 0; i < n; ++i) {
+    above += places.above[i];
+    below += places.below[i];
     if (i >= m) {
-      above -= values[i - m] > cl;
-      below -= values[i - m] < cl;
+      above -= places.above[i - m];
+      below -= places.below[i - m];
     }
     if (i + 1 >= m && (above >= k || below >= k)) marker.Mark(i + 1 - m, i);
   }
@@ -117,20 +140,18 @@ void RuleKOfMOneSide(const std::vector<double>& values, double cl, std::size_t k
 // the 2-sigma line and the limit (both ends inclusive). The upper and lower
 // zones are tested alone and together, so points of both zones count
 // together; a point outside the limits is in neither zone.
-void RuleKOfMZone(const std::vector<double>& values, double ucl, double upper_two_sigma, double lcl,
-                  double lower_two_sigma, std::size_t k, std::size_t m, char letter,
+void RuleKOfMZone(const PointPlaces& places, std::size_t k, std::size_t m, char letter,
                   std::vector<std::string>& codes) {
-  if (values.size() < m) return;
+  const std::size_t n = places.upperZone.size();
+  if (n < m) return;
   RuleMarker marker(codes, letter);
-  const auto in_upper = [&](double v) { return upper_two_sigma <= v && v <= ucl; };
-  const auto in_lower = [&](double v) { return lcl <= v && v <= lower_two_sigma; };
   std::size_t upper = 0, lower = 0;
-  for (std::size_t i = 0; i < values.size(); ++i) {
-    upper += in_upper(values[i]);
-    lower += in_lower(values[i]);
+  for (std::size_t i = 0; i < n; ++i) {
+    upper += places.upperZone[i];
+    lower += places.lowerZone[i];
     if (i >= m) {
-      upper -= in_upper(values[i - m]);
-      lower -= in_lower(values[i - m]);
+      upper -= places.upperZone[i - m];
+      lower -= places.lowerZone[i - m];
     }
     if (i + 1 >= m && (upper >= k || lower >= k || upper + lower >= k)) marker.Mark(i + 1 - m, i);
   }
@@ -143,13 +164,14 @@ void CheckRunRules(const std::vector<double>& values, double cl, double ucl, dou
   codes.resize(values.size());
   RuleA(values, cl, codes);
   RuleB(values, codes);
-  RuleKOfMOneSide(values, cl, 10, 11, 'C', codes);
-  RuleKOfMOneSide(values, cl, 12, 14, 'D', codes);
-  RuleKOfMOneSide(values, cl, 14, 17, 'E', codes);
-  RuleKOfMOneSide(values, cl, 16, 20, 'F', codes);
-  RuleKOfMZone(values, ucl, upper_two_sigma, lcl, lower_two_sigma, 2, 3, 'G', codes);
-  RuleKOfMZone(values, ucl, upper_two_sigma, lcl, lower_two_sigma, 3, 7, 'H', codes);
-  RuleKOfMZone(values, ucl, upper_two_sigma, lcl, lower_two_sigma, 4, 10, 'I', codes);
+  const PointPlaces places = PlacesOf(values, cl, ucl, upper_two_sigma, lcl, lower_two_sigma);
+  RuleKOfMOneSide(places, 10, 11, 'C', codes);
+  RuleKOfMOneSide(places, 12, 14, 'D', codes);
+  RuleKOfMOneSide(places, 14, 17, 'E', codes);
+  RuleKOfMOneSide(places, 16, 20, 'F', codes);
+  RuleKOfMZone(places, 2, 3, 'G', codes);
+  RuleKOfMZone(places, 3, 7, 'H', codes);
+  RuleKOfMZone(places, 4, 10, 'I', codes);
 }
 
 std::vector<std::string> OutOfControlCodes(const std::vector<double>& values, const ControlLimits& limits) {
