@@ -2,7 +2,8 @@
 // 'ORVK' and the format version (user_version). Worksheet cells are stored
 // per column in blocks of rows, each block one blob of length-prefixed texts,
 // so a million-row sheet is a few thousand blob rows rather than millions of
-// table rows; the result windows are stored field by field.
+// table rows; the result windows are stored field by field, each with the run
+// that made it (its command, selection, dialog answers and data sheet).
 #include "formats/project_file.h"
 
 #include <fcntl.h>
@@ -15,6 +16,7 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
+#include <memory>
 
 #include "formats/byte_codec.h"
 #include "formats/sqlite_db.h"
@@ -29,10 +31,19 @@ constexpr std::int64_t kApplicationId = 0x4F52564B;  // "ORVK"
 constexpr long kRowsPerBlock = 8192;
 // Limits that no real project reaches; a file beyond them is damaged, and
 // checking them keeps a damaged file from asking for absurd memory.
+// kMaxCellSlots bounds the memory that stored rows claim without bytes of
+// the file behind them (empty rows skipped over, columns, header names), in
+// units of one cell's eight bytes; stored cell texts take at least a byte of
+// the file each, so they cost memory in proportion to the file's size.
 constexpr long kMaxGridRows = 1L << 24;
 constexpr long kMaxGridCols = 1L << 14;
 constexpr std::uint64_t kMaxCellSlots = 1ULL << 26;
 
+// header_names and cell_blocks hold the cells of two kinds of sheet under one
+// numbering: the worksheet windows (sheets, ids from 0) and the data sheets
+// the result windows' runs read (run_data, ids following the sheets'), so
+// both are written and read by the same code. A data sheet shared by several
+// runs is stored once; it is no window of its own.
 const char* const kSchema = R"sql(
 CREATE TABLE project(key TEXT PRIMARY KEY, value) WITHOUT ROWID;
 CREATE TABLE documents(position INTEGER PRIMARY KEY, kind TEXT NOT NULL, item INTEGER NOT NULL,
@@ -57,7 +68,16 @@ CREATE TABLE chart_series(result INTEGER, chart INTEGER, seq INTEGER, name TEXT,
 CREATE TABLE chart_lines(result INTEGER, chart INTEGER, seq INTEGER, orientation INTEGER, value BLOB, label TEXT,
   color INTEGER, dashed INTEGER);
 CREATE TABLE chart_labels(result INTEGER, chart INTEGER, seq INTEGER, text TEXT, x BLOB, y BLOB);
+CREATE TABLE run_data(id INTEGER PRIMARY KEY, name TEXT NOT NULL, max_rows INTEGER, max_cols INTEGER);
+CREATE TABLE runs(result INTEGER PRIMARY KEY, command_key TEXT NOT NULL, data INTEGER, block_selected INTEGER,
+  sel_col INTEGER, sel_col2 INTEGER, sel_row INTEGER, sel_row2 INTEGER);
+CREATE TABLE run_settings(result INTEGER, seq INTEGER, dialog TEXT NOT NULL, control TEXT NOT NULL,
+  value TEXT NOT NULL);
 )sql";
+
+// The first format version with the runs of the result windows; older files
+// open with windows whose making is not known.
+constexpr int kFirstVersionWithRuns = 2;
 
 // ---- writing --------------------------------------------------------------
 
@@ -97,22 +117,17 @@ void BindFlag(SqliteStatement& statement, int index, const std::optional<bool>& 
   else statement.BindNull(index);
 }
 
-void WriteSheet(SqliteDb& db, std::int64_t id, const ProjectSheet& entry) {
-  const worksheet::Worksheet& sheet = entry.sheet;
-  SqliteStatement insert(db, "INSERT INTO sheets VALUES(?,?,?,?,?,?,?,?,?,?,?)");
-  insert.Bind(1, id);
-  insert.Bind(2, sheet.Name());
-  insert.Bind(3, std::int64_t{sheet.MaxRows()});
-  insert.Bind(4, std::int64_t{sheet.MaxCols()});
-  insert.Bind(5, std::int64_t{sheet.ActiveRow});
-  insert.Bind(6, std::int64_t{sheet.ActiveCol});
-  insert.Bind(7, std::int64_t{sheet.Selection.IsBlockSelected});
-  insert.Bind(8, std::int64_t{sheet.Selection.SelBlockCol});
-  insert.Bind(9, std::int64_t{sheet.Selection.SelBlockCol2});
-  insert.Bind(10, std::int64_t{sheet.Selection.SelBlockRow});
-  insert.Bind(11, std::int64_t{sheet.Selection.SelBlockRow2});
-  insert.Run();
+// The selection's five fields into `first` and the four parameters after it.
+void BindSelection(SqliteStatement& statement, int first, const worksheet::GridSelection& selection) {
+  statement.Bind(first, std::int64_t{selection.IsBlockSelected});
+  statement.Bind(first + 1, std::int64_t{selection.SelBlockCol});
+  statement.Bind(first + 2, std::int64_t{selection.SelBlockCol2});
+  statement.Bind(first + 3, std::int64_t{selection.SelBlockRow});
+  statement.Bind(first + 4, std::int64_t{selection.SelBlockRow2});
+}
 
+// The header names and cells of `sheet`, stored under `id`.
+void WriteCells(SqliteDb& db, std::int64_t id, const worksheet::Worksheet& sheet) {
   SqliteStatement header(db, "INSERT INTO header_names VALUES(?,?,?)");
   for (long col = 1; col <= sheet.MaxCols(); ++col) {
     const std::string& name = sheet.ColumnHeaderName(col);
@@ -148,6 +163,20 @@ void WriteSheet(SqliteDb& db, std::int64_t id, const ProjectSheet& entry) {
       block.Run();
     }
   }
+}
+
+void WriteSheet(SqliteDb& db, std::int64_t id, const ProjectSheet& entry) {
+  const worksheet::Worksheet& sheet = entry.sheet;
+  SqliteStatement insert(db, "INSERT INTO sheets VALUES(?,?,?,?,?,?,?,?,?,?,?)");
+  insert.Bind(1, id);
+  insert.Bind(2, sheet.Name());
+  insert.Bind(3, std::int64_t{sheet.MaxRows()});
+  insert.Bind(4, std::int64_t{sheet.MaxCols()});
+  insert.Bind(5, std::int64_t{sheet.ActiveRow});
+  insert.Bind(6, std::int64_t{sheet.ActiveCol});
+  BindSelection(insert, 7, sheet.Selection);
+  insert.Run();
+  WriteCells(db, id, sheet);
 
   SqliteStatement format(db, "INSERT INTO cell_formats VALUES(?,?,?,?,?,?,?,?,?,?,?,?)");
   std::int64_t seq = 0;
@@ -266,6 +295,49 @@ void WriteResult(SqliteDb& db, std::int64_t id, const shell::ResultWindow& windo
   }
 }
 
+// The runs of the result windows, with the data sheets they read. A data
+// sheet is written once, at the first run that reads it, however many
+// windows share it; its ids follow the worksheet windows'.
+void WriteRuns(SqliteDb& db, const Project& project) {
+  SqliteStatement data(db, "INSERT INTO run_data VALUES(?,?,?,?)");
+  SqliteStatement insert(db, "INSERT INTO runs VALUES(?,?,?,?,?,?,?,?)");
+  SqliteStatement setting(db, "INSERT INTO run_settings VALUES(?,?,?,?,?)");
+  std::map<const worksheet::Worksheet*, std::int64_t> data_ids;
+  for (std::size_t i = 0; i < project.results.size(); ++i) {
+    const shell::CommandRun* run = project.results[i].window.run.get();
+    if (run == nullptr) continue;
+    const auto result = static_cast<std::int64_t>(i);
+    insert.Bind(1, result);
+    insert.Bind(2, run->key);
+    if (run->data) {
+      const auto next = static_cast<std::int64_t>(project.sheets.size() + data_ids.size());
+      const auto [entry, added] = data_ids.try_emplace(run->data.get(), next);
+      if (added) {
+        data.Bind(1, next);
+        data.Bind(2, run->data->Name());
+        data.Bind(3, std::int64_t{run->data->MaxRows()});
+        data.Bind(4, std::int64_t{run->data->MaxCols()});
+        data.Run();
+        WriteCells(db, next, *run->data);
+      }
+      insert.Bind(3, entry->second);
+    } else {
+      insert.BindNull(3);
+    }
+    BindSelection(insert, 4, run->selection);
+    insert.Run();
+    std::int64_t seq = 0;
+    for (const shell::ControlSetting& s : run->settings) {
+      setting.Bind(1, result);
+      setting.Bind(2, seq++);
+      setting.Bind(3, s.dialog);
+      setting.Bind(4, s.control);
+      setting.Bind(5, s.value);
+      setting.Run();
+    }
+  }
+}
+
 void WriteProject(SqliteDb& db, const Project& project, const std::function<void(SaveStage)>& progress) {
   // The file is a temporary that nobody else sees until it is complete, so
   // SQLite's journal would only protect what the rename already protects.
@@ -292,6 +364,7 @@ void WriteProject(SqliteDb& db, const Project& project, const std::function<void
   if (progress) progress(SaveStage::SheetsWritten);
   for (std::size_t i = 0; i < project.results.size(); ++i)
     WriteResult(db, static_cast<std::int64_t>(i), project.results[i].window);
+  WriteRuns(db, project);
   if (progress) progress(SaveStage::ResultsWritten);
 
   SqliteStatement document(db, "INSERT INTO documents VALUES(?,?,?,?,?,?,?,?,?)");
@@ -380,9 +453,15 @@ class ProjectReader {
 
   Project Read() {
     Project project;
+    bool with_runs = false;
+    {
+      SqliteStatement version(db_, "PRAGMA user_version");
+      with_runs = version.Step() && version.Int(0) >= kFirstVersionWithRuns;
+    }
     ReadMeta(project);
-    ReadSheets(project);
+    ReadSheets(project, with_runs);
     ReadResults(project);
+    if (with_runs) ReadRuns(project);
     ReadOrder(project);
     return project;
   }
@@ -425,6 +504,22 @@ class ProjectReader {
     return ByteReader(blob).Double();
   }
 
+  // The selection stored in `first` and the four columns after it.
+  worksheet::GridSelection ReadSelection(SqliteStatement& s, int first) const {
+    return {s.Int(first) != 0, static_cast<long>(Within(s.Int(first + 1), -1, kMaxGridCols, "selection")),
+            static_cast<long>(Within(s.Int(first + 2), -1, kMaxGridCols, "selection")),
+            static_cast<long>(Within(s.Int(first + 3), -1, kMaxGridRows, "selection")),
+            static_cast<long>(Within(s.Int(first + 4), -1, kMaxGridRows, "selection"))};
+  }
+
+  // Counts `slots` more cells' worth of memory that stored rows claim without
+  // bytes of the file behind them, and refuses the file beyond what any real
+  // project takes: a few damaged rows must not ask for gigabytes.
+  void Spend(std::uint64_t slots) {
+    spent_ += slots;
+    if (spent_ > kMaxCellSlots) Bad("too many cells");
+  }
+
   void ReadMeta(Project& project) {
     SqliteStatement meta(db_, "SELECT key, value FROM project");
     bool counter = false;
@@ -440,7 +535,7 @@ class ProjectReader {
     if (!counter) Bad("no worksheet counter");
   }
 
-  void ReadSheets(Project& project) {
+  void ReadSheets(Project& project, bool with_runs) {
     SqliteStatement sheets(db_, "SELECT * FROM sheets ORDER BY id");
     while (sheets.Step()) {
       if (sheets.Int(0) != static_cast<std::int64_t>(project.sheets.size())) Bad("sheet numbering");
@@ -450,36 +545,47 @@ class ProjectReader {
       worksheet::Worksheet& sheet = entry.sheet;
       sheet.ActiveRow = static_cast<long>(Within(sheets.Int(4), 1, kMaxGridRows, "caret"));
       sheet.ActiveCol = static_cast<long>(Within(sheets.Int(5), 1, kMaxGridCols, "caret"));
-      sheet.Selection.IsBlockSelected = sheets.Int(6) != 0;
-      sheet.Selection.SelBlockCol = static_cast<long>(Within(sheets.Int(7), -1, kMaxGridCols, "selection"));
-      sheet.Selection.SelBlockCol2 = static_cast<long>(Within(sheets.Int(8), -1, kMaxGridCols, "selection"));
-      sheet.Selection.SelBlockRow = static_cast<long>(Within(sheets.Int(9), -1, kMaxGridRows, "selection"));
-      sheet.Selection.SelBlockRow2 = static_cast<long>(Within(sheets.Int(10), -1, kMaxGridRows, "selection"));
+      sheet.Selection = ReadSelection(sheets, 6);
       project.sheets.push_back(std::move(entry));
     }
+    if (with_runs) {
+      SqliteStatement data(db_, "SELECT id, name, max_rows, max_cols FROM run_data ORDER BY id");
+      while (data.Step()) {
+        if (data.Int(0) != static_cast<std::int64_t>(project.sheets.size() + data_sheets_.size()))
+          Bad("run data numbering");
+        data_sheets_.emplace_back(std::string(data.Text(1)),
+                                  static_cast<long>(Within(data.Int(2), 1, kMaxGridRows, "run data size")),
+                                  static_cast<long>(Within(data.Int(3), 1, kMaxGridCols, "run data size")));
+      }
+    }
 
-    SqliteStatement headers(db_, "SELECT sheet, col, name FROM header_names");
+    // Header names in column order, so each sheet's list grows once to its last.
+    SqliteStatement headers(db_, "SELECT sheet, col, name FROM header_names ORDER BY sheet, col");
+    std::pair<std::int64_t, long> previous{-1, 0};
     while (headers.Step()) {
-      worksheet::Worksheet& sheet = SheetAt(project, headers.Int(0));
-      sheet.SetColumnHeader(static_cast<long>(Within(headers.Int(1), 1, sheet.MaxCols(), "header column")),
-                            std::string(headers.Text(2)));
+      worksheet::Worksheet& sheet = CellsAt(project, headers.Int(0));
+      const long col = static_cast<long>(Within(headers.Int(1), 1, sheet.MaxCols(), "header column"));
+      Spend(4 * static_cast<std::uint64_t>(col - (previous.first == headers.Int(0) ? previous.second : 0)));
+      previous = {headers.Int(0), col};
+      sheet.SetColumnHeader(col, std::string(headers.Text(2)));
     }
 
     // Blocks in column order, so each column fills from its top.
     SqliteStatement blocks(db_, "SELECT sheet, col, first_row, row_count, texts, check_value FROM cell_blocks "
                                 "ORDER BY sheet, col, first_row");
     std::map<std::pair<std::int64_t, std::int64_t>, std::int64_t> column_ends;
-    std::uint64_t slots = 0;
     while (blocks.Step()) {
-      worksheet::Worksheet& sheet = SheetAt(project, blocks.Int(0));
+      worksheet::Worksheet& sheet = CellsAt(project, blocks.Int(0));
       const long col = static_cast<long>(Within(blocks.Int(1), 1, sheet.MaxCols(), "cell column"));
       const long first = static_cast<long>(Within(blocks.Int(2), 1, sheet.MaxRows(), "cell row"));
       const long count = static_cast<long>(Within(blocks.Int(3), 1, sheet.MaxRows() - first + 1, "cell rows"));
       std::int64_t& end = column_ends[{blocks.Int(0), col}];
       if (first <= end) Bad("overlapping cells");
-      slots += static_cast<std::uint64_t>(first + count - 1 - end);
+      // Each text takes at least a byte; the rows skipped before the block
+      // and new columns (sixteen cells' worth each) have no bytes behind them.
+      if (static_cast<std::uint64_t>(count) > blocks.Blob(4).size()) Bad("cell texts");
+      Spend(static_cast<std::uint64_t>(first - 1 - end + 16 * std::max(0L, col - sheet.DataColCnt())));
       end = first + count - 1;
-      if (slots > kMaxCellSlots) Bad("too many cells");
       if (static_cast<std::uint64_t>(blocks.Int(5)) != CheckValue(blocks.Blob(4))) Bad("cell texts altered");
       ByteReader reader(blocks.Blob(4));
       for (long row = first; row < first + count; ++row) {
@@ -490,6 +596,7 @@ class ProjectReader {
       if (!reader.AtEnd()) Bad("cell texts");
     }
     for (auto& entry : project.sheets) entry.sheet.ShrinkToFit();
+    for (auto& sheet : data_sheets_) sheet.ShrinkToFit();
 
     SqliteStatement formats(db_, "SELECT * FROM cell_formats ORDER BY sheet, seq");
     while (formats.Step()) {
@@ -517,6 +624,14 @@ class ProjectReader {
   worksheet::Worksheet& SheetAt(Project& project, std::int64_t id) const {
     if (id < 0 || id >= static_cast<std::int64_t>(project.sheets.size())) Bad("sheet reference");
     return project.sheets[static_cast<std::size_t>(id)].sheet;
+  }
+
+  // A sheet whose cells are stored: a worksheet window's, or a run's data sheet.
+  worksheet::Worksheet& CellsAt(Project& project, std::int64_t id) {
+    const auto windows = static_cast<std::int64_t>(project.sheets.size());
+    if (id >= windows && id - windows < static_cast<std::int64_t>(data_sheets_.size()))
+      return data_sheets_[static_cast<std::size_t>(id - windows)];
+    return SheetAt(project, id);
   }
 
   shell::ResultWindow& ResultAt(Project& project, std::int64_t id) const {
@@ -619,6 +734,43 @@ class ProjectReader {
     }
   }
 
+  // The runs of the result windows. Windows whose runs read the same data
+  // sheet share one copy of it again; the copy carries the selection of the
+  // first run that reads it, as it did when the run was recorded.
+  void ReadRuns(Project& project) {
+    std::vector<std::shared_ptr<const worksheet::Worksheet>> shared(data_sheets_.size());
+    std::vector<std::shared_ptr<shell::CommandRun>> runs(project.results.size());
+    SqliteStatement rows(db_, "SELECT * FROM runs ORDER BY result");
+    while (rows.Step()) {
+      shell::ResultWindow& window = ResultAt(project, rows.Int(0));
+      auto& run = runs[static_cast<std::size_t>(rows.Int(0))];
+      if (run) Bad("run listed twice");
+      run = std::make_shared<shell::CommandRun>();
+      run->key = rows.Text(1);
+      run->selection = ReadSelection(rows, 3);
+      if (!rows.IsNull(2)) {
+        const std::int64_t data = rows.Int(2) - static_cast<std::int64_t>(project.sheets.size());
+        if (data < 0 || data >= static_cast<std::int64_t>(shared.size())) Bad("run data reference");
+        auto& sheet = shared[static_cast<std::size_t>(data)];
+        if (!sheet) {
+          worksheet::Worksheet& stored = data_sheets_[static_cast<std::size_t>(data)];
+          stored.Selection = run->selection;
+          sheet = std::make_shared<const worksheet::Worksheet>(std::move(stored));
+        }
+        run->data = sheet;
+      }
+      window.run = run;
+    }
+    SqliteStatement settings(db_, "SELECT * FROM run_settings ORDER BY result, seq");
+    while (settings.Step()) {
+      ResultAt(project, settings.Int(0));
+      const auto& run = runs[static_cast<std::size_t>(settings.Int(0))];
+      if (!run || settings.Int(1) != static_cast<std::int64_t>(run->settings.size())) Bad("run settings");
+      run->settings.push_back(
+          {std::string(settings.Text(2)), std::string(settings.Text(3)), std::string(settings.Text(4))});
+    }
+  }
+
   void ReadOrder(Project& project) {
     SqliteStatement documents(db_, "SELECT * FROM documents ORDER BY position");
     std::vector<bool> sheet_seen(project.sheets.size()), result_seen(project.results.size());
@@ -663,6 +815,9 @@ class ProjectReader {
 
   std::string path_;
   SqliteDb& db_;
+  // The runs' data sheets as read, until the runs take them.
+  std::vector<worksheet::Worksheet> data_sheets_;
+  std::uint64_t spent_ = 0;
 };
 
 }  // namespace

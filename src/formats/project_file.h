@@ -33,7 +33,9 @@ struct ProjectSheet {
 };
 
 // One result window of a project: the record the analysis filled, stored as
-// it is so that reopening shows it without computing anything again.
+// it is so that reopening shows it without computing anything again, with
+// the run that made it (window.run, null in files older than format 2), so a
+// reopened chart can still be drawn again from its own data.
 struct ProjectResult {
   shell::ResultWindow window;
   std::optional<WindowPlacement> placement;
@@ -57,8 +59,9 @@ struct Project {
 };
 
 // The format version this program writes; files of a higher version are
-// refused, files of this version or lower are read.
-inline constexpr int kProjectFormatVersion = 1;
+// refused, files of this version or lower are read. Version 2 added the
+// result windows' runs.
+inline constexpr int kProjectFormatVersion = 2;
 
 // A project file that cannot be read. what() is the message the user sees,
 // naming the file and what is wrong with it.

@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <fstream>
 #include <limits>
+#include <memory>
 
 #include "formats/test_files.h"
 
@@ -23,7 +24,7 @@ using worksheet::Worksheet;
 // A project with the content that breaks naive writers: quotes, separators,
 // line breaks, UTF-8, empty cells inside the data, long texts, header names,
 // formats, selections; result windows with styled grid rows and charts with
-// NaN, infinities and extreme numbers.
+// NaN, infinities and extreme numbers, made by runs that read one data sheet.
 Project AwkwardProject() {
   Project project;
   project.worksheetCounter = 7;
@@ -42,6 +43,9 @@ Project AwkwardProject() {
   a.Selection = {true, 4, 2, 20, 3};
   first.formats.push_back({{1, 1, 2, 3}, {true, std::nullopt, false, worksheet::Alignment::Center, 0xFF0000u, {}}});
   first.formats.push_back({{1, 1, 1000, 1}, {std::nullopt, true, std::nullopt, std::nullopt, {}, 0x00FF00u}});
+  // The sheet as both windows' runs read it, before a later edit.
+  auto data = std::make_shared<Worksheet>(a);
+  data->SetText(4, 2, "as it was");
   project.sheets.push_back(std::move(first));
 
   ProjectSheet second{Worksheet("Empty one"), {}, std::nullopt};
@@ -66,11 +70,16 @@ Project AwkwardProject() {
   one.lines.push_back({shell::LineOrientation::Vertical, -1e-300, "", std::nullopt, false});
   one.labels.push_back({"n = 25", std::nullopt, std::nullopt});
   one.labels.push_back({"here", 1.5, -2.25});
+  control.run = std::make_shared<const shell::CommandRun>(shell::CommandRun{
+      "mnuBarX-R", data, {true, 1, 2, 1, 25},
+      {{"ControlTwoLimit", "ControlOpt", "1"}, {"ControlTwoLimit", "UCL1txt", "25.01"},
+       {"SubGroup", "Note", "say \"hi\",\n측정"}, {"SubGroup", "Empty", ""}}});
   project.results.push_back({std::move(control), WindowPlacement{0, 0, 800, 600, false, true}});
 
   shell::ResultWindow graph = shell::MakeDataChart("Pareto chart");
   graph.Chart("DataChartView").categories = {"Scratch", "Dent, deep", ""};
   graph.Chart("DataChartView").series.push_back({"count", shell::SeriesType::Bar, {1, 2, 3}, {5, 3, 0}, {}, {}, false});
+  graph.run = std::make_shared<const shell::CommandRun>(shell::CommandRun{"mnuPareto", data, {true, -1, -1, 3, 9}, {}});
   project.results.push_back({std::move(graph), std::nullopt});
 
   project.order = {{Project::Document::Kind::Result, 1},
@@ -92,10 +101,32 @@ TEST(ProjectFileTest, AwkwardProjectComesBackExactly) {
   smaller.worksheetCounter = 1;
   smaller.sheets.push_back({Worksheet("WorkSheet 1"), {}, std::nullopt});
   smaller.sheets[0].sheet.SetText(1, 1, "only");
-  smaller.order = {{Project::Document::Kind::Sheet, 0}};
+  // A run made with no worksheet open reads no data.
+  smaller.results.push_back({shell::MakeDataChart("Histogram"), std::nullopt});
+  smaller.results[0].window.run = std::make_shared<const shell::CommandRun>(
+      shell::CommandRun{"mnuHistogram", nullptr, {}, {{"Histogram", "Bins", "10"}}});
+  smaller.order = {{Project::Document::Kind::Sheet, 0}, {Project::Document::Kind::Result, 0}};
   SaveProject(path, smaller);
   ExpectSameProject(LoadProject(path), smaller);
   EXPECT_EQ(folder.Entries(), std::vector<std::string>{"session.orv"});  // no temporaries left
+}
+
+void ExecSql(const std::string& path, const std::string& sql) {
+  sqlite3* db = nullptr;
+  ASSERT_EQ(sqlite3_open(path.c_str(), &db), SQLITE_OK);
+  EXPECT_EQ(sqlite3_exec(db, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK) << sql << ": " << sqlite3_errmsg(db);
+  sqlite3_close(db);
+}
+
+// Format 1 stored no runs: its windows open without one.
+TEST(ProjectFileTest, AProjectOfFormatOneOpensWithoutRuns) {
+  TempFolder folder;
+  const std::string path = folder.Path("old.orv");
+  Project old = AwkwardProject();
+  for (auto& result : old.results) result.window.run = nullptr;
+  SaveProject(path, old);
+  ExecSql(path, "DROP TABLE runs; DROP TABLE run_settings; DROP TABLE run_data; PRAGMA user_version=1;");
+  ExpectSameProject(LoadProject(path), old);
 }
 
 // Loading `path` must fail with a message that starts with `message_start`.
@@ -107,14 +138,6 @@ void ExpectRefused(const std::string& path, const std::string& message_part) {
     EXPECT_NE(std::string(error.what()).find(message_part), std::string::npos) << error.what();
     EXPECT_NE(std::string(error.what()).find(path), std::string::npos) << "the message names the file";
   }
-}
-
-void SetUserVersion(const std::string& path, int version) {
-  sqlite3* db = nullptr;
-  ASSERT_EQ(sqlite3_open(path.c_str(), &db), SQLITE_OK);
-  ASSERT_EQ(sqlite3_exec(db, ("PRAGMA user_version=" + std::to_string(version)).c_str(), nullptr, nullptr, nullptr),
-            SQLITE_OK);
-  sqlite3_close(db);
 }
 
 TEST(ProjectFileTest, FilesThatAreNotReadableProjectsGiveAClearMessage) {
@@ -138,8 +161,10 @@ TEST(ProjectFileTest, FilesThatAreNotReadableProjectsGiveAClearMessage) {
 
   const std::string newer = folder.Path("newer.orv");
   fs::copy_file(good, newer);
-  SetUserVersion(newer, kProjectFormatVersion + 1);
-  ExpectRefused(newer, "saved by a newer version of Orvik (project format 2)");
+  ExecSql(newer, "PRAGMA user_version=" + std::to_string(kProjectFormatVersion + 1));
+  ExpectRefused(newer, "saved by a newer version of Orvik (project format " +
+                           std::to_string(kProjectFormatVersion + 1) + "); this version reads project formats up to " +
+                           std::to_string(kProjectFormatVersion) + ".");
 
   // Cut short at several points: inside the header, at a page boundary, mid-page.
   for (const std::size_t size : {std::size_t{10}, std::size_t{99}, std::size_t{65536}, bytes.size() / 2,

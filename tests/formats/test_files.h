@@ -54,8 +54,12 @@ inline void WriteAll(const std::string& path, const std::string& bytes) {
   out << bytes;
 }
 
-// Every cell, header name, size, caret and selection.
-inline void ExpectSameSheet(const worksheet::Worksheet& got, const worksheet::Worksheet& want) {
+inline auto SelectionKey(const worksheet::GridSelection& s) {
+  return std::tuple(s.IsBlockSelected, s.SelBlockCol, s.SelBlockCol2, s.SelBlockRow, s.SelBlockRow2);
+}
+
+// Name, size, extent, header names and every cell.
+inline void ExpectSameCells(const worksheet::Worksheet& got, const worksheet::Worksheet& want) {
   EXPECT_EQ(got.Name(), want.Name());
   EXPECT_EQ(got.MaxRows(), want.MaxRows());
   EXPECT_EQ(got.MaxCols(), want.MaxCols());
@@ -69,13 +73,13 @@ inline void ExpectSameSheet(const worksheet::Worksheet& got, const worksheet::Wo
                       << want.Text(row, col);
   EXPECT_EQ(differences, 0);
   for (long col = 1; col <= want.MaxCols(); ++col) EXPECT_EQ(got.ColumnHeaderName(col), want.ColumnHeaderName(col));
-  EXPECT_EQ(got.ActiveRow, want.ActiveRow);
-  EXPECT_EQ(got.ActiveCol, want.ActiveCol);
-  EXPECT_EQ(got.Selection.IsBlockSelected, want.Selection.IsBlockSelected);
-  EXPECT_EQ(got.Selection.SelBlockCol, want.Selection.SelBlockCol);
-  EXPECT_EQ(got.Selection.SelBlockCol2, want.Selection.SelBlockCol2);
-  EXPECT_EQ(got.Selection.SelBlockRow, want.Selection.SelBlockRow);
-  EXPECT_EQ(got.Selection.SelBlockRow2, want.Selection.SelBlockRow2);
+}
+
+// ExpectSameCells, and the caret and selection.
+inline void ExpectSameSheet(const worksheet::Worksheet& got, const worksheet::Worksheet& want) {
+  ExpectSameCells(got, want);
+  EXPECT_EQ(std::pair(got.ActiveRow, got.ActiveCol), std::pair(want.ActiveRow, want.ActiveCol));
+  EXPECT_EQ(SelectionKey(got.Selection), SelectionKey(want.Selection));
 }
 
 // Doubles compare by their bits, so NaN, -0 and infinities must survive too.
@@ -113,6 +117,19 @@ inline auto ChartKey(const shell::ChartSeries& c) {
                     Keys(c.lines, LineKey), Keys(c.labels, LabelKey));
 }
 
+inline auto SettingKey(const shell::ControlSetting& s) { return std::tuple(s.dialog, s.control, s.value); }
+
+// The run that made a window: its key, selection, dialog answers in order
+// and its data sheet's cells.
+inline void ExpectSameRun(const shell::CommandRun* got, const shell::CommandRun* want) {
+  ASSERT_EQ(got != nullptr, want != nullptr);
+  if (want == nullptr) return;
+  EXPECT_EQ(std::tuple(got->key, SelectionKey(got->selection), Keys(got->settings, SettingKey)),
+            std::tuple(want->key, SelectionKey(want->selection), Keys(want->settings, SettingKey)));
+  ASSERT_EQ(got->data != nullptr, want->data != nullptr);
+  if (want->data) ExpectSameCells(*got->data, *want->data);
+}
+
 inline void ExpectSameFormats(const std::vector<worksheet::SheetFormats::Run>& got,
                               const std::vector<worksheet::SheetFormats::Run>& want) {
   EXPECT_EQ(Keys(got, RunKey), Keys(want, RunKey));
@@ -128,6 +145,7 @@ inline void ExpectSameResult(const shell::ResultWindow& got, const shell::Result
     EXPECT_EQ(got.table->background, want.table->background);
   }
   EXPECT_EQ(Keys(got.charts, ChartKey), Keys(want.charts, ChartKey));
+  ExpectSameRun(got.run.get(), want.run.get());
 }
 
 inline void ExpectSameProject(const Project& got, const Project& want) {
@@ -149,6 +167,16 @@ inline void ExpectSameProject(const Project& got, const Project& want) {
     ExpectSameResult(got.results[i].window, want.results[i].window);
     EXPECT_EQ(got.results[i].placement, want.results[i].placement);
   }
+  // Runs that read one data sheet share it again, and only those.
+  const auto data = [](const Project& project, std::size_t i) {
+    const auto& run = project.results[i].window.run;
+    return run ? run->data.get() : nullptr;
+  };
+  for (std::size_t i = 0; i < want.results.size(); ++i)
+    for (std::size_t j = i + 1; j < want.results.size(); ++j)
+      if (data(want, i) && data(want, j)) {
+        EXPECT_EQ(data(got, i) == data(got, j), data(want, i) == data(want, j)) << "windows " << i << ", " << j;
+      }
 }
 
 }  // namespace orvik::formats

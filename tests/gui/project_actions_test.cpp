@@ -132,6 +132,49 @@ class ProjectActionsTest : public QObject {
     QCOMPARE(reopened->NewWorksheet()->parentWidget()->windowTitle(), QStringLiteral("WorkSheet 3"));
   }
 
+  void aReopenedChartRedrawsFromItsOwnData() {
+    gui::WorksheetWindow* sheet = window_->OpenDataFile(QStringLiteral(ORVIK_SOURCE_DIR "/examples/subgroups.csv"));
+    QVERIFY(sheet);
+    sheet->SelectBlock(1, 1, 25, 5);
+    const std::string first_cell(sheet->Sheet().Text(1, 1));
+    std::vector<std::string> opened;
+    const auto answer = [&opened](shell::DialogModel& dialog) {  // OK as the dialog stands
+      opened.push_back(dialog.Name());
+      return true;
+    };
+    window_->Host().SetDialogResponder(answer);
+    window_->ToolClick(QStringLiteral("mnuBarX-R"));
+    const std::vector<std::vector<std::string>> drawn = window_->ActiveResultWindow()->Record().table->TextRows();
+    chosen_file_ = Path(QStringLiteral("chart.orv"));
+    window_->ToolClick(QStringLiteral("mnuSave"));
+    window_->close();
+    window_.reset();
+
+    window_ = MakeWindow();
+    window_->Host().SetDialogResponder(answer);
+    QVERIFY(window_->Projects().OpenProject(Path(QStringLiteral("chart.orv"))));
+    // The worksheet no longer holds what the chart read.
+    SheetAt(*window_, 0)->Sheet().SetText(1, 1, "99");
+    SheetAt(*window_, 0)->SelectBlock(3, 2, 4, 3);
+    QMdiSubWindow* chart = window_->Mdi()->subWindowList(QMdiArea::CreationOrder).at(1);
+    window_->Mdi()->setActiveSubWindow(chart);
+    QAction* given = window_->Tool(QStringLiteral("miGivenLimits"));
+    QVERIFY(given->isEnabled());
+    opened.clear();
+    given->trigger();
+    // Drawn again from the data saved with the window: no subgroup dialog,
+    // the same grid, and the new window shares that data.
+    QCOMPARE(opened, (std::vector<std::string>{"ControlTwoLimit"}));
+    QCOMPARE(window_->DocumentWindowCount(), 3);
+    gui::ResultWindowWidget* redrawn = window_->ActiveResultWindow();
+    QVERIFY(redrawn && redrawn->parentWidget() != chart);
+    QCOMPARE(redrawn->Record().table->TextRows(), drawn);
+    const auto* reopened = qobject_cast<gui::ResultWindowWidget*>(chart->widget());
+    QVERIFY(reopened->Record().run && redrawn->Record().run);
+    QCOMPARE(redrawn->Record().run->data, reopened->Record().run->data);
+    QCOMPARE(std::string(redrawn->Record().run->data->Text(1, 1)), first_cell);
+  }
+
   // The reader's refusals of damaged and foreign files are the formats
   // tests'; here the message reaches the user and nothing open changes.
   void aFileThatIsNoProjectChangesNothingOpen() {
