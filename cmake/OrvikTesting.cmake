@@ -8,6 +8,8 @@ function(add_orvik_test name)
   add_executable(${name} ${ARGN})
   target_link_libraries(${name} PRIVATE orvik_cli_lib orvik_formats orvik_core orvik_test_main GTest::gtest)
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  # The case tables under tests/ are read from the source tree.
+  target_compile_definitions(${name} PRIVATE ORVIK_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60
                        PROPERTIES ENVIRONMENT "ORVIK_SOURCE_DIR=${PROJECT_SOURCE_DIR}")
 endfunction()

@@ -3,12 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "analyses/estimation_dialogs.h"
 #include "analyses/hypothesis_dialogs.h"
+#include "support/case_table.h"
 #include "support/sheet_host.h"
 
 namespace orvik::analyses {
@@ -21,51 +23,26 @@ Make Of(Args... args) {
 }
 
 // OK on the typed values of the estimation and test dialogs: every refusal
-// is the one numerical-data message and keeps the dialog open.
+// is the one numerical-data message and keeps the dialog open
+// (data/dialog_entries.tsv).
 TEST(AnalysisDialogTest, OkAcceptsOnlyValidNumbers) {
-  const Make variance = Of<MeanHypoth>(MeanHypoth::Tested::Variance);
-  const struct {
-    const char* dialog;
-    Make make;
-    std::vector<std::pair<std::string, std::string>> typed;
-    bool accepted;
-  } cases[] = {
-      {"sigma", Of<Estimation>(), {{"Inputsigma", "1"}, {"sigmatxt", "2"}}, true},
-      {"sigma", Of<Estimation>(), {{"Inputsigma", "1"}, {"sigmatxt", ""}}, false},
-      {"sigma", Of<Estimation>(), {{"Inputsigma", "1"}, {"sigmatxt", "-1"}}, false},
-      {"sigma", Of<Estimation>(), {{"Inputsigma", "1"}, {"sigmatxt", "abc"}}, false},
-      {"counts", Of<Proportions>(), {{"defecttxt", "10"}, {"sampletxt", "10"}}, true},
-      {"counts", Of<Proportions>(), {{"defecttxt", "0"}, {"sampletxt", "1"}}, true},
-      {"counts", Of<Proportions>(), {{"defecttxt", "11"}, {"sampletxt", "10"}}, false},
-      {"counts", Of<Proportions>(), {{"defecttxt", "1.5"}, {"sampletxt", "10"}}, false},
-      {"counts", Of<Proportions>(), {{"defecttxt", "0"}, {"sampletxt", "0"}}, false},
-      {"counts", Of<Proportions>(), {{"defecttxt", "-1"}, {"sampletxt", "10"}}, false},
-      {"counts", Of<Proportions>(), {{"defecttxt", ""}, {"sampletxt", "10"}}, false},
-      {"counts", Of<Proportions>(), {{"defecttxt", "1"}, {"sampletxt", "2e15"}}, false},
-      {"mean", Of<MeanHypoth>(), {{"hypotxt", "-1"}, {"alphatxt", "99.9"}}, true},
-      {"mean", Of<MeanHypoth>(), {{"hypotxt", ""}}, false},
-      {"mean", Of<MeanHypoth>(), {{"hypotxt", "1"}, {"alphatxt", "0"}}, false},
-      {"mean", Of<MeanHypoth>(), {{"hypotxt", "1"}, {"alphatxt", "100"}}, false},
-      {"mean", Of<MeanHypoth>(), {{"hypotxt", "1"}, {"alphatxt", "x"}}, false},
-      {"variance", variance, {{"hypotxt", "0.5"}}, true},
-      {"variance", variance, {{"hypotxt", "-1"}}, false},
-      {"p0", Of<HypothProportion>(), {{"defecttxt", "8"}, {"sampletxt", "100"}, {"proportiontxt", "0.999"}}, true},
-      {"p0", Of<HypothProportion>(), {{"defecttxt", "8"}, {"sampletxt", "100"}, {"proportiontxt", "0"}}, false},
-      {"p0", Of<HypothProportion>(), {{"defecttxt", "8"}, {"sampletxt", "100"}, {"proportiontxt", "1.2"}}, false},
-      {"p0", Of<HypothProportion>(), {{"defecttxt", "8"}, {"sampletxt", "100"}, {"proportiontxt", ""}}, false},
-  };
-  for (const auto& c : cases) {
-    const auto dialog = c.make();
-    std::string typed;
-    for (const auto& [control, value] : c.typed) {
-      cli::ApplyDialogSetting(*dialog, {dialog->Name(), control, value});
-      typed += " " + control + "=" + value;
+  const std::map<std::string, Make> dialogs = {{"sigma", Of<Estimation>()},
+                                               {"counts", Of<Proportions>()},
+                                               {"mean", Of<MeanHypoth>()},
+                                               {"variance", Of<MeanHypoth>(MeanHypoth::Tested::Variance)},
+                                               {"p0", Of<HypothProportion>()}};
+  for (const auto& row : testing_support::ReadCases("analyses/data/dialog_entries.tsv")) {
+    const auto dialog = dialogs.at(row[0])();
+    for (std::size_t i = 2; i < row.fields.size(); ++i) {
+      const std::size_t equals = row[i].find('=');
+      cli::ApplyDialogSetting(*dialog, {dialog->Name(), row[i].substr(0, equals), row[i].substr(equals + 1)});
     }
+    const bool accepted = row[1] == "accept";
     auto host = testing_support::HostOver({}, {});
-    EXPECT_EQ(dialog->PressOk(host), c.accepted) << c.dialog << typed;
+    EXPECT_EQ(dialog->PressOk(host), accepted) << row.Where();
     EXPECT_EQ(testing_support::MessageTexts(host),
-              c.accepted ? std::vector<std::string>{} : std::vector<std::string>{kInvalidNumericalData})
-        << c.dialog << typed;
+              accepted ? std::vector<std::string>{} : std::vector<std::string>{kInvalidNumericalData})
+        << row.Where();
   }
 }
 

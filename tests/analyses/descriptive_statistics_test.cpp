@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "support/accuracy_sample.h"
+#include "support/case_table.h"
 #include "support/sheet_host.h"
 
 namespace orvik::analyses {
@@ -36,24 +37,16 @@ TEST(DescriptiveStatisticsTest, OneToFourGivesTheTextbookSummary) {
   EXPECT_EQ(host.Windows()[0].table->TextRows(), expected);
 }
 
+// Mean zero, a negative mean, identical values (data/spread_cases.tsv).
 TEST(DescriptiveStatisticsTest, MeanZeroNegativeMeanAndIdenticalValues) {
-  struct Case {
-    std::vector<std::string> values;
-    std::string cv;
-    std::string variance;
-  } cases[] = {
-      {{"-1", "0", "1"}, "*", "1"},                   // mean 0: no coefficient of variation
-      {{"-2", "-4", "-6"}, "-50%", "4"},              // a negative mean keeps the sign
-      {{"7", "7", "7", "7"}, "0%", "0"},              // no spread: all zero, not refused
-      {{"1000000.001", "1000000.002", "1000000.003"}, "0%", "0.000001"},  // large against the spread
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.values[0]);
-    auto host = HostOver(Column(c.values), Block(1, 1, 1, static_cast<long>(c.values.size())));
+  for (const auto& row : testing_support::ReadCases("analyses/data/spread_cases.tsv")) {
+    SCOPED_TRACE(row.Where());
+    const std::vector<std::string> values(row.fields.begin() + 2, row.fields.end());
+    auto host = HostOver(Column(values), Block(1, 1, 1, static_cast<long>(values.size())));
     DescriptiveStatistics(host);
     ASSERT_EQ(host.Windows().size(), 1u);
-    EXPECT_EQ(Cell(host.Windows()[0], "Coefficient of variation(CV)"), c.cv);
-    EXPECT_EQ(Cell(host.Windows()[0], "Variance"), c.variance);
+    EXPECT_EQ(Cell(host.Windows()[0], "Coefficient of variation(CV)"), row[0]);
+    EXPECT_EQ(Cell(host.Windows()[0], "Variance"), row[1]);
   }
 }
 

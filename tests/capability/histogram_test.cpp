@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "stats/decimal_numbers.h"
+#include "support/case_table.h"
 
 namespace orvik::capability {
 namespace {
@@ -17,20 +18,15 @@ HistogramClasses ClassesOf(const std::vector<double>& values) {
                               *std::max_element(values.begin(), values.end()));
 }
 
-TEST(HistogramClassCountTest, TwiceTheCubeRootOfTwoNRoundedAfterAddingOneHalf) {
-  const struct {
-    long n, k;
-  } cases[] = {{3, 4}, {10, 6}, {100, 12}, {4, 4}, {32, 8}, {7812, 50}, {7813, 51}, {10000, 55}, {1000000, 252}};
-  for (const auto& c : cases) EXPECT_EQ(HistogramClassCount(c.n), c.k) << c.n;
-}
-
-TEST(HistogramDecimalsTest, DependOnTheSignAndTheDecimalsOfTheMinimum) {
-  const struct {
-    double minimum;
-    int p;
-  } cases[] = {{3.25, 3}, {-3.25, 2}, {10, 1}, {-10, 1}, {0.5, 2}, {-0.5, 2}, {-0.25, 3},
-               {24.988, 4}, {-24.988, 3}, {0, 1}, {123456.7, 2}};
-  for (const auto& c : cases) EXPECT_EQ(HistogramDecimals(c.minimum), c.p) << c.minimum;
+// Class counts by sample size and decimals by minimum (data/histogram_classes.tsv).
+TEST(HistogramClassCountTest, CountsAndDecimalsOfTheTable) {
+  for (const auto& row : testing_support::ReadCases("capability/data/histogram_classes.tsv")) {
+    if (row[0] == "count") {
+      EXPECT_EQ(HistogramClassCount(std::stol(row[1])), std::stol(row[2])) << row.Where();
+    } else {
+      EXPECT_EQ(HistogramDecimals(row.Number(1)), std::stoi(row[2])) << row.Where();
+    }
+  }
 }
 
 TEST(HistogramClassesTest, IntegerDataFromTenToTwenty) {

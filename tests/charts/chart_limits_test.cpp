@@ -2,28 +2,22 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
+
+#include "support/case_table.h"
+
 namespace orvik::charts {
 namespace {
 
 constexpr double kTight = 1e-12;
 
-// The edges of the tables' layouts; every limit test below reads them too.
+// The edges of the tables' layouts (data/constant_factors.tsv); every limit
+// test below reads them too.
 TEST(ConstantTablesTest, LookupBySubgroupSize) {
-  const struct {
-    const char* table;
-    ConstantTable values;
-    long n;
-    double expected;
-  } cases[] = {
-      {"A2", A2Table(), 2, 1.88},   {"A2", A2Table(), 25, 0.153},
-      {"D3", D3Table(), 6, 0.0},    {"D3", D3Table(), 7, 0.076},
-      // From 12 on, D4 and B4 read the value listed one row earlier.
-      {"D4", D4Table(), 10, 1.777}, {"D4", D4Table(), 12, 1.744}, {"B4", B4Table(), 12, 1.679},
-      // A3 holds at index i the factor of size i + 3.
-      {"A3", A3Table(), 2, 1.954},  {"A3", A3Table(), 3, 1.628},  {"A3", A3Table(), 24, 0.606},
-      {"D2", D2Table(), 20, 0.922}, {"D2", D2Table(), 21, 5.95},
-  };
-  for (const auto& c : cases) EXPECT_EQ(Factor(c.values, c.n), c.expected) << c.table << " n=" << c.n;
+  const std::map<std::string, ConstantTable> tables = {{"A2", A2Table()}, {"D3", D3Table()}, {"D4", D4Table()},
+                                                       {"B4", B4Table()}, {"A3", A3Table()}, {"D2", D2Table()}};
+  for (const auto& row : testing_support::ReadCases("charts/data/constant_factors.tsv"))
+    EXPECT_EQ(Factor(tables.at(row[0]), std::stol(row[1])), row.Number(2)) << row.Where();
 }
 
 TEST(ConstantTablesTest, TheEmptyEntryAndSizesOutsideTheTableFail) {

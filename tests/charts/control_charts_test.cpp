@@ -4,6 +4,7 @@
 
 #include "charts/control_form.h"
 #include "support/accuracy_sample.h"
+#include "support/case_table.h"
 #include "support/sheet_host.h"
 
 // The charts' grids, limits, codes, labels, refusals and log lines are held
@@ -38,32 +39,21 @@ TEST(XMRViewTest, CentreLineOfLargeValuesOfSmallSpread) {
 TEST(PnViewTest, SampleSizeDialog) {
   const std::string kNotANumber = "Please, input valid numerical data";
   const std::string kImproper = "Improper data for np control chart";
-  const struct {
-    std::string n;
-    std::string refusal;  // empty when accepted
-  } cases[] = {
-      {"-5", kImproper},  // a number below the largest count, though negative
-      {"0", kNotANumber},
-      {"-0", kNotANumber},
-      {"abc", kNotANumber},
-      {"7 units", kNotANumber},  // a number inside text is text
-      {"", kNotANumber},
-      {"6.5", kImproper},  // below the largest count
-      {"7", ""},           // exactly the largest count
-      {"50", ""},
-  };
   const Lines started = {"np control chart generation is starting"};
-  for (const auto& c : cases) {
-    SCOPED_TRACE("Pntxt = \"" + c.n + "\"");
-    const bool accepted = c.refusal.empty();
-    auto host = SheetHost({{"3"}, {"7"}, {"5"}}, "A1:A3", {{"PnSubForm", "Pntxt", c.n}});
+  for (const auto& row : testing_support::ReadCases("charts/data/np_sample_sizes.tsv")) {
+    SCOPED_TRACE(row.Where());
+    const bool accepted = row[1] == "accept";
+    const std::string refusal = row[1] == "improper" ? kImproper : kNotANumber;
+    auto host = SheetHost({{"3"}, {"7"}, {"5"}}, "A1:A3", {{"PnSubForm", "Pntxt", row[0]}});
     PnView(host);
-    EXPECT_EQ(MessageTexts(host), accepted ? Lines{} : Lines{c.refusal});
+    EXPECT_EQ(MessageTexts(host), accepted ? Lines{} : Lines{refusal});
     EXPECT_EQ(host.AnyDialogCancelled(), !accepted);
     EXPECT_EQ(host.Windows().size(), accepted ? 1u : 0u);
     EXPECT_EQ(LogLines(host), (Lines{started[0], accepted ? "np control chart generation is completed"
                                                           : "Cancel np control chart generation"}));
-    if (accepted) EXPECT_EQ(host.Settings().Last<NpSampleSize>().n, std::stod(c.n));
+    if (accepted) {
+      EXPECT_EQ(host.Settings().Last<NpSampleSize>().n, std::stod(row[0]));
+    }
   }
 
   // Counts below zero put the floor below zero; a negative size that is not

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/case_table.h"
 #include "support/sheet_host.h"
 
 namespace orvik::charts {
@@ -24,34 +25,21 @@ TEST(ControlLimitDialogTest, OptionButtonsEnableTheLimitBoxes) {
   EXPECT_EQ(two.Name(), "ControlTwoLimit");
 }
 
+// The cases of data/given_limits.tsv.
 TEST(ControlLimitDialogTest, ValidationOfOneSet) {
-  const struct {
-    const char *ucl, *cl, *lcl;
-    bool accepted;
-  } cases[] = {
-      {"10", "5", "-1", true},   // LCL may be negative
-      {"10", "5", "0", true},    // or zero
-      {"10", "0", "-1", false},  // CL <= 0
-      {"0", "-1", "-2", false},  // UCL <= 0
-      {"5", "5", "1", false},    // CL >= UCL
-      {"10", "5", "5", false},   // LCL >= CL
-      {"10", "12", "11", false},
-      {"", "5", "1", false},
-      {"abc", "5", "1", false},
-      {"10", "5", " ", false},
-  };
-  for (const auto& c : cases) {
+  for (const auto& row : testing_support::ReadCases("charts/data/given_limits.tsv")) {
+    const bool accepted = row[0] == "accept";
     GivenLimitsDialog dialog(1);
     dialog.Click("ControlOpt");
-    dialog.Type("UCLtxt", c.ucl);
-    dialog.Type("CLtxt", c.cl);
-    dialog.Type("LCLtxt", c.lcl);
+    dialog.Type("UCLtxt", row[1]);
+    dialog.Type("CLtxt", row[2]);
+    dialog.Type("LCLtxt", row[3]);
     auto host = SheetHost({}, "A1");
-    EXPECT_EQ(dialog.PressOk(host), c.accepted) << c.ucl << " " << c.cl << " " << c.lcl;
+    EXPECT_EQ(dialog.PressOk(host), accepted) << row.Where();
     const shell::GivenLimits& given = host.Settings().givenLimits;
-    EXPECT_EQ(given.use, c.accepted);
-    if (c.accepted) {
-      EXPECT_EQ(given.charts[0].UCL, c.ucl);
+    EXPECT_EQ(given.use, accepted);
+    if (accepted) {
+      EXPECT_EQ(given.charts[0].UCL, row[1]);
       EXPECT_TRUE(host.Messages().empty());
     } else {
       ASSERT_EQ(host.Messages().size(), 1u);

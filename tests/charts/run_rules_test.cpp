@@ -6,6 +6,8 @@
 #include <cmath>
 #include <random>
 
+#include "support/case_table.h"
+
 namespace orvik::charts {
 namespace {
 
@@ -134,44 +136,14 @@ TEST(RulesCToFTest, WindowsLongerThanTheSeriesNeverFire) {
   }
 }
 
-TEST(RulesGToITest, ZonesAreInclusiveAndBothSidesCountTogether) {
-  const struct {
+// Zones are inclusive and both sides count together (data/zone_rules.tsv).
+TEST(RulesGToITest, EachSeriesOfTheTableFiresOnEveryPointOrOnNone) {
+  for (const auto& row : testing_support::ReadCases("charts/data/zone_rules.tsv")) {
     std::vector<double> values;
-    bool fires;
-  } cases[] = {
-      {{2.5, 0.0, 2.5}, true},     // two of three in the upper zone
-      {{2.5, 0.0, -2.5}, true},    // one upper and one lower: the sum rule
-      {{2.0, 0.0, 3.0}, true},     // both ends of the zone are inside it
-      {{-2.0, 0.0, -3.0}, true},
-      {{1.99, 0.0, 2.5}, false},   // just inside the sigma line
-      {{3.01, 0.0, 2.5}, false},   // outside the limit is in no zone
-      {{2.5, 0.0, 0.0}, false},
-  };
-  for (const auto& c : cases) {
-    const auto codes = Codes(c.values);
-    bool any_g = false;
-    for (const auto& code : codes) any_g = any_g || code.find("G ") != std::string::npos;
-    EXPECT_EQ(any_g, c.fires) << c.values[0] << " " << c.values[2];
-    if (c.fires) {
-      for (const auto& code : codes) EXPECT_NE(code.find("G "), std::string::npos);
-    }
+    for (std::size_t i = 2; i < row.fields.size(); ++i) values.push_back(row.Number(i));
+    for (const auto& code : Codes(values))
+      EXPECT_EQ(code.find(row[0] + ' ') != std::string::npos, row[1] == "fires") << row.Where();
   }
-}
-
-TEST(RulesGToITest, HAndINeedThreeOfSevenAndFourOfTen) {
-  std::vector<double> seven = {2.5, 0.1, -0.1, -2.5, 0.1, -0.1, 2.5};
-  auto codes = Codes(seven);
-  for (const auto& code : codes) EXPECT_NE(code.find("H "), std::string::npos);
-  seven[6] = 0.1;
-  codes = Codes(seven);
-  for (const auto& code : codes) EXPECT_EQ(code.find("H "), std::string::npos);
-
-  std::vector<double> ten = {2.5, 0.1, -0.1, 0.1, -2.5, 0.1, -0.1, 2.5, 0.1, -2.5};
-  codes = Codes(ten);
-  for (const auto& code : codes) EXPECT_NE(code.find("I "), std::string::npos);
-  ten[9] = -0.1;
-  codes = Codes(ten);
-  for (const auto& code : codes) EXPECT_EQ(code.find("I "), std::string::npos);
 }
 
 TEST(CheckRunRulesTest, CodesComeInRuleOrderAfterTheStar) {

@@ -2,35 +2,27 @@
 
 #include <gtest/gtest.h>
 
+#include "support/case_table.h"
+
 namespace orvik::cli {
 namespace {
 
-struct RangeCase {
-  const char* text;
-  long col, row, col2, row2;
-};
-
-TEST(CellRangeTest, MapsEachNotationToTheFieldsOfAUsersDrag) {
-  const RangeCase cases[] = {
-      {"B2:D20", 2, 2, 4, 20},  {"D20:B2", 4, 20, 2, 2},  {"B:D", 2, -1, 4, -1},  {"D:B", 4, -1, 2, -1},
-      {"3:7", -1, 3, -1, 7},    {"7:3", -1, 7, -1, 3},    {"all", -1, -1, -1, -1}, {"B2", 2, 2, 2, 2},
-      {"b2:c3", 2, 2, 3, 3},    {"AA10:AB11", 27, 10, 28, 11}, {"A1:A1048576", 1, 1, 1, 1048576},
-  };
-  for (const auto& c : cases) {
-    const auto sel = ParseCellRange(c.text);
-    ASSERT_TRUE(sel.has_value()) << c.text;
+// Each notation maps to the fields of a user's drag; anything else is
+// refused (data/cell_ranges.tsv).
+TEST(CellRangeTest, MapsOrRefusesEachNotationOfTheTable) {
+  for (const auto& row : testing_support::ReadCases("cli/data/cell_ranges.tsv")) {
+    const auto sel = ParseCellRange(row[1]);
+    if (row[0] == "refuse") {
+      EXPECT_FALSE(sel.has_value()) << row.Where();
+      continue;
+    }
+    ASSERT_TRUE(sel.has_value()) << row.Where();
     EXPECT_TRUE(sel->IsBlockSelected);
-    EXPECT_EQ(sel->SelBlockCol, c.col) << c.text;
-    EXPECT_EQ(sel->SelBlockRow, c.row) << c.text;
-    EXPECT_EQ(sel->SelBlockCol2, c.col2) << c.text;
-    EXPECT_EQ(sel->SelBlockRow2, c.row2) << c.text;
+    EXPECT_EQ(sel->SelBlockCol, row.Number(2)) << row.Where();
+    EXPECT_EQ(sel->SelBlockRow, row.Number(3)) << row.Where();
+    EXPECT_EQ(sel->SelBlockCol2, row.Number(4)) << row.Where();
+    EXPECT_EQ(sel->SelBlockRow2, row.Number(5)) << row.Where();
   }
-}
-
-TEST(CellRangeTest, RefusesAnythingElse) {
-  const char* bad[] = {"", ":", "A1:??", "A0", "A1:B0", "1A", "B:3", "B2:D", "A1:B2:C3", "all:B2",
-                       "A-1", " A1", "A1 ", "ZZZZZZZZZZZZZZZZ1", "A99999999999999"};
-  for (const char* text : bad) EXPECT_FALSE(ParseCellRange(text).has_value()) << '"' << text << '"';
 }
 
 }  // namespace

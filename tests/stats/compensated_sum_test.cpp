@@ -10,13 +10,12 @@
 #include <vector>
 
 #include "support/accuracy_sample.h"
+#include "support/case_table.h"
 
 namespace orvik::stats {
 namespace {
 
 constexpr double kU = 0x1p-53;  // the unit roundoff of a double
-constexpr double kInf = std::numeric_limits<double>::infinity();
-constexpr double kMax = std::numeric_limits<double>::max();
 
 double Compensated(const std::vector<double>& terms) {
   CompensatedSum sum;
@@ -44,51 +43,24 @@ double ExactSum(const std::vector<double>& terms) {
   return std::ldexp(static_cast<double>(total), -30);
 }
 
-// Sums that plain summation gets wrong and whose exact value is plain from
-// the terms.
-TEST(CompensatedSumTest, CancellationCases) {
-  const struct {
-    std::string name;
+// Cancellations plain summation gets wrong, and the edges where both agree
+// (data/compensated_sums.tsv).
+TEST(CompensatedSumTest, CancellationsAndEdgesOfTheTable) {
+  for (const auto& row : testing_support::ReadCases("stats/data/compensated_sums.tsv")) {
+    const std::size_t first = row[0] == "cancel" ? 3 : row[0] == "plain" ? 2 : 1;
     std::vector<double> terms;
-    double exact;
-  } cases[] = {
-      {"a unit between cancelling large terms", {1e16, 1.0, -1e16}, 1.0},
-      {"units each rounded away to even", {1e16, 1.0, 1.0, -1e16}, 2.0},
-      // Kahan's original compensation loses both units here, because the
-      // second large term is larger than the running sum.
-      {"a term larger than the running sum", {1.0, 1e100, 1.0, -1e100}, 2.0},
-      {"a unit and a tiny term about cancelling large ones", {1e100, 1.0, -1e100, 1e-100}, 1.0},
-      // The ten doubles nearest 0.1 sum to 1 + 5.6e-17, nearest double 1.
-      {"ten tenths", std::vector<double>(10, 0.1), 1.0},
-      {"units after 2^53", {0x1p53, 1.0, 1.0, 1.0, 1.0}, 0x1p53 + 4.0},
-  };
-  for (const auto& c : cases) {
-    EXPECT_EQ(Compensated(c.terms), c.exact) << c.name;
-    EXPECT_EQ(CompensatedTotal(c.terms), c.exact) << c.name;
-    EXPECT_NE(Plain(c.terms), c.exact) << c.name << ": plain summation gets this one right, so it tests nothing";
+    for (std::size_t i = first; i < row.fields.size(); ++i) terms.push_back(row.Number(i));
+    if (row[0] == "nan") {
+      EXPECT_TRUE(std::isnan(Compensated(terms))) << row.Where();
+    } else if (row[0] == "plain") {
+      EXPECT_EQ(Compensated(terms), row.Number(1)) << row.Where();
+      EXPECT_EQ(Plain(terms), row.Number(1)) << row.Where();
+    } else {
+      EXPECT_EQ(Compensated(terms), row.Number(2)) << row[1];
+      EXPECT_EQ(CompensatedTotal(terms), row.Number(2)) << row[1];
+      EXPECT_NE(Plain(terms), row.Number(2)) << row[1] << ": plain summation gets this one right, so it tests nothing";
+    }
   }
-}
-
-// No terms, one term, and the sums that leave the finite numbers: these
-// give what plain summation gives.
-TEST(CompensatedSumTest, EdgesFollowPlainSummation) {
-  const struct {
-    std::vector<double> terms;
-    double expected;
-  } cases[] = {
-      {{}, 0.0},
-      {{-2.5}, -2.5},
-      {{kMax, kMax}, kInf},
-      {{-kMax, -kMax, 1.0}, -kInf},
-      {{kInf, 1.0, -1e300}, kInf},
-      {{1.0, -kInf}, -kInf},
-  };
-  for (const auto& c : cases) {
-    EXPECT_EQ(Compensated(c.terms), c.expected);
-    EXPECT_EQ(Plain(c.terms), c.expected);
-  }
-  for (const auto& terms : {std::vector<double>{kInf, -kInf}, {1.0, std::nan(""), 2.0}, {kMax, kMax, -kInf}})
-    EXPECT_TRUE(std::isnan(Compensated(terms)));
 }
 
 // Random terms m 2^e with |m| < 2^53 and -30 <= e <= max_exponent <= 30.

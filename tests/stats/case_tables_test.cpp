@@ -1,0 +1,85 @@
+// The statistics functions against the case tables in tests/stats/data:
+// edges and invalid arguments, and high-precision reference values.
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <map>
+
+#include "distribution_checks.h"
+#include "stats/chi_square_distribution.h"
+#include "stats/critical_value_tables.h"
+#include "stats/f_distribution.h"
+#include "stats/incomplete_beta.h"
+#include "stats/incomplete_gamma.h"
+#include "stats/normal_distribution.h"
+#include "stats/normal_scores.h"
+#include "stats/shapiro_wilk.h"
+#include "stats/t_distribution.h"
+#include "support/case_table.h"
+
+namespace orvik::stats {
+namespace {
+
+using testing_support::CaseRow;
+using Arguments = std::vector<double>;
+
+#define ORVIK_CASE(f, ...) {#f, [](const Arguments& a) { return double(f(__VA_ARGS__)); }}
+const std::map<std::string, std::function<double(const Arguments&)>> kFunctions = {
+    ORVIK_CASE(GetDFNormal, a.at(0), a.at(1), a.at(2)), ORVIK_CASE(GetDFNormalUpper, a.at(0), a.at(1), a.at(2)),
+    ORVIK_CASE(GetInvNormal, a.at(0)), ORVIK_CASE(GetInvNormalUpper, a.at(0)),
+    ORVIK_CASE(GetDFT, a.at(0), a.at(1)), ORVIK_CASE(GetDFTUpper, a.at(0), a.at(1)),
+    ORVIK_CASE(GetInvT, a.at(0), a.at(1)), ORVIK_CASE(GetInvTUpper, a.at(0), a.at(1)),
+    ORVIK_CASE(GetDFChisq, a.at(0), a.at(1)), ORVIK_CASE(GetDFChisqUpper, a.at(0), a.at(1)),
+    ORVIK_CASE(GetInvChisq, a.at(0), a.at(1)), ORVIK_CASE(GetInvChisqUpper, a.at(0), a.at(1)),
+    ORVIK_CASE(GetDFF, a.at(0), a.at(1), a.at(2)), ORVIK_CASE(GetDFFUpper, a.at(0), a.at(1), a.at(2)),
+    ORVIK_CASE(GetInvF, a.at(0), a.at(1), a.at(2)), ORVIK_CASE(GetInvFUpper, a.at(0), a.at(1), a.at(2)),
+    ORVIK_CASE(RegularizedGammaP, a.at(0), a.at(1)), ORVIK_CASE(RegularizedGammaQ, a.at(0), a.at(1)),
+    ORVIK_CASE(RegularizedBeta, a.at(0), a.at(1), a.at(2)), ORVIK_CASE(RegularizedBetaUpper, a.at(0), a.at(1), a.at(2)),
+    ORVIK_CASE(Estt, a.at(0), a.at(1)), ORVIK_CASE(EstChi, a.at(0), a.at(1)), ORVIK_CASE(EstinvChi, a.at(0), a.at(1)),
+    ORVIK_CASE(EstF, a.at(0), a.at(1), a.at(2)), ORVIK_CASE(NormalScore, a.at(0), a.at(1)),
+    ORVIK_CASE(WValue, a.at(0)), ORVIK_CASE(ShapiroWilkPValue, a.at(0), a.at(1)),
+    {"ShapiroWilkCoefficient",  // a(n - k) of n
+     [](const Arguments& a) { return ShapiroWilkCoefficients(int(a.at(0))).at(std::size_t(a.at(0) - 1 - a.at(1))); }},
+};
+#undef ORVIK_CASE
+
+// Splits a row into the function, its arguments and what follows them.
+double Call(const CaseRow& row, std::size_t outcome) {
+  Arguments arguments;
+  for (std::size_t i = 1; i < outcome; ++i) arguments.push_back(row.Number(i));
+  return kFunctions.at(row[0])(arguments);
+}
+
+TEST(StatsCaseTables, EdgesAndInvalidArguments) {
+  for (const CaseRow& row : testing_support::ReadCases("stats/data/edges.tsv")) {
+    const std::size_t n = row.fields.size();
+    const std::string& last = row[n - 1];
+    if (last == "out_of_range") {
+      EXPECT_THROW(Call(row, n - 1), std::out_of_range) << row.Where();
+    } else if (last == "nan") {
+      EXPECT_TRUE(std::isnan(Call(row, n - 1))) << row.Where();
+    } else if (row[n - 2] == "=") {
+      EXPECT_EQ(Call(row, n - 2), row.Number(n - 1)) << row.Where();
+    } else {
+      ASSERT_EQ(row[n - 2], ">") << row.Where();
+      EXPECT_GT(Call(row, n - 2), row.Number(n - 1)) << row.Where();
+    }
+  }
+}
+
+TEST(StatsCaseTables, HighPrecisionReferenceValues) {
+  for (const CaseRow& row : testing_support::ReadCases("stats/data/reference_values.tsv")) {
+    const std::size_t n = row.fields.size();
+    const double ours = Call(row, n - 3), reference = row.Number(n - 2), tolerance = row.Number(n - 1);
+    if (row[n - 3] == "rel") {
+      EXPECT_LE(RelativeError(ours, reference), tolerance) << row.Where();
+    } else {
+      ASSERT_EQ(row[n - 3], "abs") << row.Where();
+      EXPECT_NEAR(ours, reference, tolerance) << row.Where();
+    }
+  }
+}
+
+}  // namespace
+}  // namespace orvik::stats
