@@ -39,7 +39,11 @@ void Host::BeginRun(std::string key) {
   run.key = std::move(key);
   run.settings = options_before_command_;
   if (const worksheet::Worksheet* sheet = CurrentWorksheet()) {
-    run.data = std::make_shared<const worksheet::Worksheet>(*sheet);
+    if (sheet != last_copy_of_ || !last_copy_ || last_copy_->Revision() != sheet->Revision()) {
+      last_copy_ = std::make_shared<const worksheet::Worksheet>(*sheet);
+      last_copy_of_ = sheet;
+    }
+    run.data = last_copy_;
     run.selection = sheet->Selection;
   }
   recording_ = std::move(run);

@@ -80,6 +80,10 @@ class Host {
   // The controls of the last confirmed dialog that opens before commands.
   std::vector<ControlSetting> options_before_command_;
   std::function<void(const CommandRun&)> run_listener_;
+  // The last copy of a worksheet taken for a run, reused while that sheet
+  // is unchanged, so runs over the same data share one copy.
+  std::shared_ptr<const worksheet::Worksheet> last_copy_;
+  const worksheet::Worksheet* last_copy_of_ = nullptr;
 };
 
 // A dialog whose OK yields a typed record of parameters: `Parameters` is the

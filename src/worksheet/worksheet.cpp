@@ -1,6 +1,7 @@
 #include "worksheet/worksheet.h"
 
 #include <algorithm>
+#include <atomic>
 #include <stdexcept>
 
 namespace orvik::worksheet {
@@ -10,9 +11,12 @@ const std::string kNoHeaderName;
 }
 
 Worksheet::Worksheet(std::string name, long max_rows, long max_cols)
-    : name_(std::move(name)), max_rows_(std::max(1L, max_rows)), max_cols_(std::max(1L, max_cols)) {}
+    : name_(std::move(name)), max_rows_(std::max(1L, max_rows)), max_cols_(std::max(1L, max_cols)) {
+  Touch();
+}
 
 void Worksheet::SetMaxRows(long rows) {
+  Touch();
   rows = std::max(1L, rows);
   if (rows < data_row_cnt_) {
     for (auto& column : columns_) column.RemoveRows(rows + 1, data_row_cnt_ - rows);
@@ -22,6 +26,7 @@ void Worksheet::SetMaxRows(long rows) {
 }
 
 void Worksheet::SetMaxCols(long cols) {
+  Touch();
   cols = std::max(1L, cols);
   if (cols < DataColCnt()) {
     columns_.resize(cols);
@@ -36,6 +41,7 @@ std::string_view Worksheet::Text(long row, long col) const {
 }
 
 void Worksheet::SetText(long row, long col, std::string_view text) {
+  Touch();
   if (row < 1 || col < 1) throw std::out_of_range("worksheet cells are counted from 1");
   if (col > DataColCnt()) {
     if (text.empty()) return;
@@ -64,6 +70,7 @@ const std::string& Worksheet::ColumnHeaderName(long col) const {
 }
 
 void Worksheet::SetColumnHeader(long col, std::string name) {
+  Touch();
   if (col < 1) throw std::out_of_range("worksheet columns are counted from 1");
   if (col > static_cast<long>(header_names_.size())) {
     if (name.empty()) return;
@@ -73,6 +80,7 @@ void Worksheet::SetColumnHeader(long col, std::string name) {
 }
 
 void Worksheet::InsertRows(long at, long count) {
+  Touch();
   if (at < 1 || count <= 0) return;
   for (auto& column : columns_) column.InsertRows(at, count);
   max_rows_ += count;
@@ -80,6 +88,7 @@ void Worksheet::InsertRows(long at, long count) {
 }
 
 void Worksheet::DeleteRows(long at, long count) {
+  Touch();
   if (at < 1 || count <= 0) return;
   for (auto& column : columns_) column.RemoveRows(at, count);
   max_rows_ = std::max(1L, max_rows_ - std::min(count, std::max(0L, max_rows_ - at + 1)));
@@ -87,6 +96,7 @@ void Worksheet::DeleteRows(long at, long count) {
 }
 
 void Worksheet::InsertColumns(long at, long count) {
+  Touch();
   if (at < 1 || count <= 0) return;
   if (at <= DataColCnt()) columns_.insert(columns_.begin() + (at - 1), count, CellColumn{});
   if (at <= static_cast<long>(header_names_.size()))
@@ -96,6 +106,7 @@ void Worksheet::InsertColumns(long at, long count) {
 }
 
 void Worksheet::DeleteColumns(long at, long count) {
+  Touch();
   if (at < 1 || count <= 0) return;
   auto erase_from = [at, count](auto& items) {
     const long size = static_cast<long>(items.size());
@@ -110,6 +121,12 @@ void Worksheet::DeleteColumns(long at, long count) {
 
 void Worksheet::ShrinkToFit() {
   for (auto& column : columns_) column.ShrinkToFit();
+}
+
+void Worksheet::Touch() {
+  // One counter for all sheets, so that no two sheets share a revision.
+  static std::atomic<std::uint64_t> last{0};
+  revision_ = ++last;
 }
 
 void Worksheet::RecomputeExtent() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -36,7 +37,15 @@ class Worksheet {
 
   // The window caption, for example "WorkSheet 1".
   const std::string& Name() const { return name_; }
-  void SetName(std::string name) { name_ = std::move(name); }
+  void SetName(std::string name) {
+    name_ = std::move(name);
+    Touch();
+  }
+
+  // A number that changes with every change of the sheet's name, size,
+  // cells or header names, and differs between sheets: equal revisions of
+  // the same sheet mean unchanged contents (a copy keeps its original's).
+  std::uint64_t Revision() const { return revision_; }
 
   long MaxRows() const { return max_rows_; }
   long MaxCols() const { return max_cols_; }
@@ -79,6 +88,7 @@ class Worksheet {
 
  private:
   void RecomputeExtent();
+  void Touch();
 
   std::string name_;
   long max_rows_;
@@ -88,6 +98,7 @@ class Worksheet {
   // columns_.size() is DataColCnt.
   std::vector<CellColumn> columns_;
   std::vector<std::string> header_names_;
+  std::uint64_t revision_ = 0;
 };
 
 // The letters of column `col` as a spreadsheet writes them: 1 -> "A", 27 -> "AA".

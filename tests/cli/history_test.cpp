@@ -83,9 +83,15 @@ TEST(ReplayTest, DrawsTheSameChartFromTheRecordedDataAndAnswers) {
   ASSERT_NE(host.Windows()[0].run, nullptr);
   EXPECT_EQ(host.Windows()[0].run->key, "mnuBarX-R");
 
+  // A second run over the unchanged sheet shares the first run's copy.
+  host.BeginRun("mnuBarX");
+  EXPECT_EQ(host.EndRun().data, run.data);
+
   // The sheet changes and another block is selected; the replay reads the
   // recorded copy with the recorded selection and subgroup choice.
   host.ActiveWorksheet()->SetText(1, 1, "500");
+  host.BeginRun("mnuBarX");
+  EXPECT_NE(host.EndRun().data, run.data);
   host.ActiveWorksheet()->Selection = Block(2, 2, 2, 3);
   host.Replay(run, charts::XbarRView);
   ASSERT_EQ(host.Windows().size(), 2u);
