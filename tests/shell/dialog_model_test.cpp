@@ -80,52 +80,11 @@ TEST(DialogModelTest, SetCheckedClicksOnlyWhenTheStateChanges) {
   EXPECT_THROW(dialog.SetChecked("Uppertxt", true), std::invalid_argument);
 }
 
-TEST(DialogModelTest, TypingRunsTheFocusLossFix) {
-  LimitsDialog dialog;
-  dialog.Type("Uppertxt", "");
-  EXPECT_EQ(dialog.Control("Uppertxt").text, "0");
-  dialog.Type("Uppertxt", "10.5");
-  EXPECT_EQ(dialog.Control("Uppertxt").text, "10.5");
-}
-
-TEST(DialogModelTest, RefusedOkShowsItsMessageAndKeepsTheDialogOpen) {
-  LimitsDialog dialog;
-  auto host = EmptyHost();
-  dialog.Type("Uppertxt", "");
-  EXPECT_FALSE(dialog.PressOk(host));
-  ASSERT_EQ(host.Messages().size(), 1u);
-  EXPECT_EQ(host.Messages()[0], RefusalBox("Input upper limit"));
-  dialog.Type("Uppertxt", "12");
-  EXPECT_TRUE(dialog.PressOk(host));
-  EXPECT_EQ(dialog.Result().upper, "12");
-}
-
 TEST(DialogModelTest, UnknownControlsAreReported) {
   LimitsDialog dialog;
   EXPECT_FALSE(dialog.HasControl("Nosuch"));
   EXPECT_THROW(dialog.Click("Nosuch"), std::out_of_range);
   EXPECT_THROW(dialog.Type("Nosuch", "1"), std::out_of_range);
-}
-
-TEST(CliHostDialogTest, AppliesSettingsInOrderThenPressesOkOrGivesUp) {
-  LimitsDialog accepted;
-  cli::CliHost host(worksheet::Worksheet("WorkSheet 1"),
-                    {{"TestLimits", "OptLower", "1"}, {"TestLimits", "Uppertxt", "7"}, {"Other", "Uppertxt", "9"}}, {});
-  EXPECT_EQ(host.RunDialog(accepted), DialogOutcome::Accepted);
-  EXPECT_TRUE(accepted.Control("OptLower").checked);
-  EXPECT_EQ(accepted.Result().upper, "7");
-
-  LimitsDialog refused;
-  cli::CliHost giving_up(worksheet::Worksheet("WorkSheet 1"), {{"TestLimits", "Uppertxt", ""}}, {});
-  EXPECT_EQ(giving_up.RunDialog(refused), DialogOutcome::Cancelled);
-  EXPECT_TRUE(giving_up.AnyDialogCancelled());
-  EXPECT_EQ(giving_up.Log().Text(), "Welcome to Orvik 2.0\r\nCancel input specification");
-
-  LimitsDialog cancelled;
-  cli::CliHost cancelling(worksheet::Worksheet("WorkSheet 1"), {{"TestLimits", "Uppertxt", "5"}}, {"TestLimits"});
-  EXPECT_EQ(cancelling.RunDialog(cancelled), DialogOutcome::Cancelled);
-  EXPECT_TRUE(cancelling.Messages().empty());
-  EXPECT_EQ(cancelled.Result().upper, "");
 }
 
 TEST(AskParametersTest, KeepsTheLastConfirmedRecordOfItsOwnTypeOnly) {
