@@ -209,6 +209,7 @@ JsonWriter& JsonWriter::StringArrayElement(std::string_view value, bool first) {
 }
 
 JsonWriter& JsonWriter::Raw(std::string_view text) {
+  if (sink_ != nullptr && out_.size() >= kChunk) Flush();
   out_ += text;
   return *this;
 }
