@@ -208,8 +208,12 @@ JsonWriter& JsonWriter::StringArrayElement(std::string_view value, bool first) {
   return *this;
 }
 
-JsonWriter& JsonWriter::Raw(std::string_view text) {
+void JsonWriter::FlushIfFull() {
   if (sink_ != nullptr && out_.size() >= kChunk) Flush();
+}
+
+JsonWriter& JsonWriter::Raw(std::string_view text) {
+  FlushIfFull();
   out_ += text;
   return *this;
 }

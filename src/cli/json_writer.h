@@ -54,6 +54,11 @@ class JsonWriter {
   }
   // Raw text placed as it is, for example a line break after the document.
   JsonWriter& Raw(std::string_view text);
+  // The text written so far and not yet sent, for writers of long runs of
+  // values (grids) that place their own separators; they call Flush
+  // between rows.
+  std::string& Buffer() { return out_; }
+  void FlushIfFull();
 
   const std::string& Text() const { return out_; }
   // Sends what is written so far to the sink.

@@ -58,35 +58,51 @@ void WriteChart(JsonWriter& json, const shell::ChartSeries& chart) {
   json.EndArray().EndObject();
 }
 
+// The rows of a grid as arrays of strings, written straight into the
+// output. A control chart's grid repeats its limits and codes down millions
+// of rows: a stored text met again in the same column is written from its
+// quoted and escaped form kept from the row before.
+void WriteGridRows(JsonWriter& json, const shell::ResultTable& table) {
+  struct LastText {
+    const char* text = nullptr;
+    std::size_t size = 0;
+    std::string quoted = "\"\"";  // an empty cell's view has no text at all
+  };
+  std::vector<LastText> last(table.Width());
+  std::string& out = json.Buffer();
+  std::size_t column = 0;
+  bool first_row = true;
+  table.ForEachRow(
+      [&](std::size_t) {
+        json.FlushIfFull();
+        out += first_row ? "[" : ",[";
+        first_row = false;
+        column = 0;
+      },
+      [&](std::string_view cell, bool is_number) {
+        if (column > 0) out += ',';
+        if (is_number) {
+          out += '"';
+          out += cell;
+          out += '"';
+        } else {
+          LastText& seen = last[column];
+          if (seen.text != cell.data() || seen.size != cell.size())
+            seen = {cell.data(), cell.size(), '"' + JsonEscape(cell) + '"'};
+          out += seen.quoted;
+        }
+        ++column;
+      },
+      [&] { out += ']'; });
+}
+
 void WriteWindow(JsonWriter& json, const shell::ResultWindow& window) {
   json.BeginObject().Field("kind", shell::WindowKindName(window.kind)).Field("title", window.title);
   json.Key("table");
   if (window.table) {
     const shell::ResultTable& table = *window.table;
     json.BeginObject().Key("columns").StringArray(table.columns).Key("rows").BeginArray();
-    // A control chart's grid repeats its limits and codes down millions of
-    // rows: a stored text met again in the same column is written from its
-    // escaped form kept from the row before.
-    struct LastText {
-      const char* text = nullptr;
-      std::size_t size = 0;
-      std::string escaped;
-    };
-    std::vector<LastText> last(table.Width());
-    std::size_t column = 0;
-    table.ForEachRow([&](std::size_t) { json.BeginArray(), column = 0; },
-                     [&](std::string_view cell, bool number) {
-                       if (number) {
-                         json.PlainStringArrayElement(cell, column++ == 0);
-                         return;
-                       }
-                       LastText& seen = last[column];
-                       if (seen.text != cell.data() || seen.size != cell.size()) {
-                         seen = {cell.data(), cell.size(), JsonEscape(cell)};
-                       }
-                       json.PlainStringArrayElement(seen.escaped, column++ == 0);
-                     },
-                     [&] { json.EndArray(); });
+    WriteGridRows(json, table);
     json.EndArray().EndObject();
   } else {
     json.Null();
