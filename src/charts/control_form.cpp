@@ -40,7 +40,7 @@ ControlChart MakeControlChart(std::string statistic, std::vector<double> values,
   return chart;
 }
 
-void FinishChart(ControlChart& chart) { chart.codes = OutOfControlCodes(chart.values.Values(), chart.limits); }
+void FinishChart(ControlChart& chart) { chart.codes = OutOfControlMasks(chart.values.Values(), chart.limits); }
 
 std::string LimitLabel(const std::string& prefix, double limit, int decimals) {
   return prefix + FormatNumber(Round(limit, decimals));
@@ -86,7 +86,15 @@ void AppendChartColumns(const ControlChart& chart, std::size_t first_row, std::v
                       .StartingAt(first_row));
   for (const double limit : {chart.limits.UCL, chart.limits.CL, chart.limits.LCL})
     block.push_back(shell::GridColumn::Repeated(FormatNumber(limit), count).StartingAt(first_row));
-  block.push_back(shell::GridColumn::Codes(chart.codes, count).StartingAt(first_row));
+  // Each code's text is made once; a point's cell holds its code's bits.
+  std::vector<std::string> texts(kCodeMaskCount);
+  std::vector<std::uint32_t> indices(count, 0);
+  for (std::size_t i = 0; i < std::min(count, chart.codes.size()); ++i) {
+    const CodeMask mask = chart.codes[i];
+    if (mask != 0 && texts[mask].empty()) texts[mask] = CodeText(mask);
+    indices[i] = mask;
+  }
+  block.push_back(shell::GridColumn::Coded(std::move(indices), std::move(texts)).StartingAt(first_row));
 }
 
 void AppendLegend(shell::ResultTable& table, const std::string& heading, std::size_t width) {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "charts/control_limits.h"
+#include "charts/run_rules.h"
 #include "shell/command_declaration.h"
 #include "shell/command_failed.h"
 #include "shell/host.h"
@@ -21,7 +22,7 @@ struct ControlChart {
   shell::NumberSeries x;  // sample numbers of the points, consecutive
   shell::NumberSeries values;
   ControlLimits limits;
-  std::vector<std::string> codes;  // filled by FinishChart
+  std::vector<CodeMask> codes;  // filled by FinishChart
   int labelDecimals = 8;           // limit labels show the limit rounded to these places
   int valueDecimals = 8;           // the grid shows the plotted values rounded to these places
   bool sigmaLines = true;

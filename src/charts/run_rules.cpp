@@ -4,18 +4,17 @@
 
 namespace orvik::charts {
 
-void AppendCode(std::string& codes, char letter) {
-  for (std::size_t i = 0; i + 1 < codes.size(); i += 2)
-    if (codes[i] == letter && codes[i + 1] == ' ') return;
-  codes += letter;
-  codes += ' ';
+std::string CodeText(CodeMask mask) {
+  std::string text = mask & kOutOfLimits ? "* " : "";
+  for (char letter = 'A'; letter <= 'I'; ++letter)
+    if (mask & RuleBit(letter)) text.append({letter, ' '});
+  return text;
 }
 
-void MarkOutOfLimits(const std::vector<double>& values, const ControlLimits& limits,
-                     std::vector<std::string>& codes) {
-  codes.resize(values.size());
+void MarkOutOfLimits(const std::vector<double>& values, const ControlLimits& limits, std::vector<CodeMask>& masks) {
+  masks.resize(values.size());
   for (std::size_t i = 0; i < values.size(); ++i)
-    if (values[i] < limits.LCL || values[i] > limits.UCL) codes[i] = "* ";
+    if (values[i] < limits.LCL || values[i] > limits.UCL) masks[i] |= kOutOfLimits;
 }
 
 namespace {
@@ -26,27 +25,25 @@ namespace {
 // linear however long its runs or windows are.
 class RuleMarker {
  public:
-  RuleMarker(std::vector<std::string>& codes, char letter) : codes_(codes), letter_(letter) {}
+  RuleMarker(std::vector<CodeMask>& masks, char letter) : masks_(masks), bit_(RuleBit(letter)) {}
   void Mark(std::size_t first, std::size_t last) {
     std::size_t from = first;
     if (any_ && last_marked_ + 1 > from) from = last_marked_ + 1;
-    // A rule marks each point once and the rules run one after another, so
-    // the letter cannot be there yet: no need to look for it.
-    for (std::size_t i = from; i <= last; ++i) codes_[i].append({letter_, ' '});
+    for (std::size_t i = from; i <= last; ++i) masks_[i] |= bit_;
     if (!any_ || last > last_marked_) last_marked_ = last;
     any_ = true;
   }
 
  private:
-  std::vector<std::string>& codes_;
-  char letter_;
+  std::vector<CodeMask>& masks_;
+  CodeMask bit_;
   std::size_t last_marked_ = 0;
   bool any_ = false;
 };
 
 // Rule A: seven or more successive points strictly on one side of CL. A
 // point on CL belongs to no side and ends the run.
-void RuleA(const std::vector<double>& values, double cl, std::vector<std::string>& codes) {
+void RuleA(const std::vector<double>& values, double cl, std::vector<CodeMask>& codes) {
   RuleMarker marker(codes, 'A');
   int side = 0;  // +1 above, -1 below, 0 none
   std::size_t run_start = 0;
@@ -75,7 +72,7 @@ void RuleA(const std::vector<double>& values, double cl, std::vector<std::string
 // sequence starts at the point from which its first rise (fall) was made;
 // after a flat stretch that is the last point of the stretch, where the
 // trend visibly begins.
-void RuleB(const std::vector<double>& values, std::vector<std::string>& codes) {
+void RuleB(const std::vector<double>& values, std::vector<CodeMask>& codes) {
   RuleMarker marker(codes, 'B');
   std::size_t rising = 1, falling = 1;
   std::size_t rise_start = 0, fall_start = 0;
@@ -120,7 +117,7 @@ PointPlaces PlacesOf(const std::vector<double>& values, double cl, double ucl, d
 // Rules C to F: in a window of m successive points at least k lie strictly
 // on one side of CL; all m points of the window are marked.
 void RuleKOfMOneSide(const PointPlaces& places, std::size_t k, std::size_t m, char letter,
-                     std::vector<std::string>& codes) {
+                     std::vector<CodeMask>& codes) {
   const std::size_t n = places.above.size();
   if (n < m) return;
   RuleMarker marker(codes, letter);
@@ -141,7 +138,7 @@ void RuleKOfMOneSide(const PointPlaces& places, std::size_t k, std::size_t m, ch
 // zones are tested alone and together, so points of both zones count
 // together; a point outside the limits is in neither zone.
 void RuleKOfMZone(const PointPlaces& places, std::size_t k, std::size_t m, char letter,
-                  std::vector<std::string>& codes) {
+                  std::vector<CodeMask>& codes) {
   const std::size_t n = places.upperZone.size();
   if (n < m) return;
   RuleMarker marker(codes, letter);
@@ -160,7 +157,7 @@ void RuleKOfMZone(const PointPlaces& places, std::size_t k, std::size_t m, char 
 }  // namespace
 
 void CheckRunRules(const std::vector<double>& values, double cl, double ucl, double upper_two_sigma,
-                   double lcl, double lower_two_sigma, std::vector<std::string>& codes) {
+                   double lcl, double lower_two_sigma, std::vector<CodeMask>& codes) {
   codes.resize(values.size());
   RuleA(values, cl, codes);
   RuleB(values, codes);
@@ -174,17 +171,24 @@ void CheckRunRules(const std::vector<double>& values, double cl, double ucl, dou
   RuleKOfMZone(places, 4, 10, 'I', codes);
 }
 
+std::vector<CodeMask> OutOfControlMasks(const std::vector<double>& values, const ControlLimits& limits) {
+  std::vector<CodeMask> masks;
+  MarkOutOfLimits(values, limits, masks);
+  CheckRunRules(values, limits.CL, limits.UCL, limits.UpperTwoSigma, limits.LCL, limits.LowerTwoSigma, masks);
+  return masks;
+}
+
 std::vector<std::string> OutOfControlCodes(const std::vector<double>& values, const ControlLimits& limits) {
-  std::vector<std::string> codes;
-  MarkOutOfLimits(values, limits, codes);
-  CheckRunRules(values, limits.CL, limits.UCL, limits.UpperTwoSigma, limits.LCL, limits.LowerTwoSigma, codes);
+  const std::vector<CodeMask> masks = OutOfControlMasks(values, limits);
+  std::vector<std::string> codes(masks.size());
+  for (std::size_t i = 0; i < masks.size(); ++i) codes[i] = CodeText(masks[i]);
   return codes;
 }
 
-std::vector<long> MarkedPoints(const std::vector<std::string>& codes) {
+std::vector<long> MarkedPoints(const std::vector<CodeMask>& masks) {
   std::vector<long> marked;
-  for (std::size_t i = 0; i < codes.size(); ++i)
-    if (!codes[i].empty()) marked.push_back(static_cast<long>(i) + 1);
+  for (std::size_t i = 0; i < masks.size(); ++i)
+    if (masks[i] != 0) marked.push_back(static_cast<long>(i) + 1);
   return marked;
 }
 

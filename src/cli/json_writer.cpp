@@ -59,6 +59,9 @@ bool AppendShortDecimal(double value, std::string& out) {
     const double scaled = magnitude * kPowersOfTen[places];
     if (scaled >= 9e15) return false;
     const double units = std::nearbyint(scaled);
+    // A decimal that reads back to the value lies within a few units of its
+    // last place of the scaled value; farther off, no need to divide.
+    if (std::fabs(scaled - units) > scaled * 1e-15) continue;
     if (units / kPowersOfTen[places] != magnitude) continue;
     char digits[24];
     auto whole = static_cast<unsigned long long>(units);

@@ -1,8 +1,5 @@
 #include "shell/grid_column.h"
 
-#include <algorithm>
-#include <unordered_map>
-
 #include "stats/decimal_numbers.h"
 
 namespace orvik::shell {
@@ -33,21 +30,10 @@ GridColumn GridColumn::Repeated(std::string text, std::size_t count) {
   return column;
 }
 
-GridColumn GridColumn::Codes(const std::vector<std::string>& codes, std::size_t count) {
-  CodeCells cells;
-  cells.distinct.push_back("");
-  std::unordered_map<std::string, std::uint32_t> index_of{{"", 0}};
-  cells.indices.assign(count, 0);
-  for (std::size_t i = 0; i < std::min(count, codes.size()); ++i) {
-    const std::string& code = codes[i];
-    if (code.empty()) continue;  // most points are in control
-    const auto [it, added] = index_of.try_emplace(code, static_cast<std::uint32_t>(cells.distinct.size()));
-    if (added) cells.distinct.push_back(code);
-    cells.indices[i] = it->second;
-  }
+GridColumn GridColumn::Coded(std::vector<std::uint32_t> indices, std::vector<std::string> texts) {
   GridColumn column;
-  column.length_ = count;
-  column.cells_ = std::move(cells);
+  column.length_ = indices.size();
+  column.cells_ = CodeCells{std::move(indices), std::move(texts)};
   return column;
 }
 

@@ -35,8 +35,8 @@ class GridColumn {
   static GridColumn Texts(std::vector<std::string> texts);
   static GridColumn Numbers(NumberSeries values, NumberDisplay display);
   static GridColumn Repeated(std::string text, std::size_t count);
-  // `count` cells of codes; those past the end of `codes` are empty.
-  static GridColumn Codes(const std::vector<std::string>& codes, std::size_t count);
+  // Cells drawn from a small set of texts: cell i shows texts[indices[i]].
+  static GridColumn Coded(std::vector<std::uint32_t> indices, std::vector<std::string> texts);
 
   // Moves the column down so that its first cell stands in row `row`.
   GridColumn& StartingAt(std::size_t row);

@@ -19,15 +19,10 @@ std::vector<std::string> Codes(const std::vector<double>& values, const ControlL
   return OutOfControlCodes(values, limits);
 }
 
-TEST(AppendCodeTest, AddsEachCodeOnceAtTheEnd) {
-  std::string codes = "* ";
-  AppendCode(codes, 'A');
-  AppendCode(codes, 'C');
-  AppendCode(codes, 'A');
-  EXPECT_EQ(codes, "* A C ");
-  std::string empty;
-  AppendCode(empty, 'G');
-  EXPECT_EQ(empty, "G ");
+TEST(CodeTextTest, TheStarFirstThenTheRulesInTheirOrder) {
+  EXPECT_EQ(CodeText(0), "");
+  EXPECT_EQ(CodeText(kOutOfLimits | RuleBit('C') | RuleBit('A')), "* A C ");
+  EXPECT_EQ(CodeText(RuleBit('I')), "I ");
 }
 
 TEST(OutOfLimitsTest, LimitsThemselvesAreInControl) {
@@ -36,9 +31,9 @@ TEST(OutOfLimitsTest, LimitsThemselvesAreInControl) {
     const char* code;
   } cases[] = {{3.0, ""}, {-3.0, ""}, {3.0000001, "* "}, {-3.0000001, "* "}, {0.0, ""}};
   for (const auto& c : cases) {
-    std::vector<std::string> codes;
-    MarkOutOfLimits({c.value}, UnitLimits(), codes);
-    EXPECT_EQ(codes.at(0), c.code) << c.value;
+    std::vector<CodeMask> masks;
+    MarkOutOfLimits({c.value}, UnitLimits(), masks);
+    EXPECT_EQ(CodeText(masks.at(0)), c.code) << c.value;
   }
 }
 
@@ -157,7 +152,7 @@ TEST(CheckRunRulesTest, CodesComeInRuleOrderAfterTheStar) {
 }
 
 TEST(CheckRunRulesTest, MarkedPointsAreTheRowsWithAnyCode) {
-  EXPECT_EQ(MarkedPoints({"", "* ", "", "A "}), (std::vector<long>{2, 4}));
+  EXPECT_EQ(MarkedPoints({0, kOutOfLimits, 0, RuleBit('A')}), (std::vector<long>{2, 4}));
 }
 
 TEST(CheckRunRulesTest, AMillionPointsRunThroughAllRulesInWellUnderASecond) {
