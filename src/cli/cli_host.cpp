@@ -17,7 +17,7 @@ shell::MessageAnswer CliHost::ShowMessage(const shell::MessageBox& box) {
 
 shell::DialogOutcome CliHost::ShowDialog(shell::DialogModel& dialog) {
   for (const auto& setting : settings_)
-    if (setting.dialog == dialog.Name()) ApplyDialogSetting(dialog, setting);
+    if (setting.dialog == dialog.Name()) shell::ApplyControlSetting(dialog, setting);
   // A refused OK leaves the dialog open; the runner then gives up and
   // presses cancel, as a user would.
   if (cancelled_dialogs_.count(dialog.Name()) == 0 && dialog.PressOk(*this)) return shell::DialogOutcome::Accepted;

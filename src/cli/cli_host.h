@@ -48,9 +48,4 @@ class CliHost : public shell::Host {
 // then not run.
 bool RunDialogsBeforeCommand(CliHost& host, const std::vector<DialogSetting>& settings);
 
-// Applies one setting to an open dialog as the user's input would.
-inline void ApplyDialogSetting(shell::DialogModel& dialog, const DialogSetting& setting) {
-  shell::ApplyControlSetting(dialog, setting);
-}
-
 }  // namespace orvik::cli

@@ -202,15 +202,6 @@ JsonWriter& JsonWriter::StringArray(const std::vector<std::string>& values) {
   return EndArray();
 }
 
-JsonWriter& JsonWriter::StringArrayElement(std::string_view value, bool first) {
-  if (!first) out_ += ',';
-  out_ += '"';
-  if (!AnyNeedsEscape(value)) out_.append(value);
-  else AppendEscaped(value);
-  out_ += '"';
-  return *this;
-}
-
 void JsonWriter::FlushIfFull() {
   if (sink_ != nullptr && out_.size() >= kChunk) Flush();
 }

@@ -40,22 +40,10 @@ class JsonWriter {
     for (const double value : values) Number(value);
     return EndArray();
   }
-  // One string of the array just begun, without the bookkeeping of String:
-  // for the millions of cells of a grid. `first` for its first element.
-  JsonWriter& StringArrayElement(std::string_view value, bool first);
-  // The same for a text known to need no escape (or escaped already).
-  JsonWriter& PlainStringArrayElement(std::string_view value, bool first) {
-    out_.reserve(out_.size() + value.size() + 3);
-    if (!first) out_ += ',';
-    out_ += '"';
-    out_.append(value);
-    out_ += '"';
-    return *this;
-  }
   // Raw text placed as it is, for example a line break after the document.
   JsonWriter& Raw(std::string_view text);
   // The text written so far and not yet sent, for writers of long runs of
-  // values (grids) that place their own separators; they call Flush
+  // values (grids) that place their own separators; they call FlushIfFull
   // between rows.
   std::string& Buffer() { return out_; }
   void FlushIfFull();

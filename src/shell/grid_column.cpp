@@ -60,22 +60,12 @@ GridColumn& GridColumn::StartingAt(std::size_t row) {
 }
 
 void GridColumn::AppendCell(std::size_t row, std::string& out) const {
-  if (row < first_ || row >= first_ + length_) return;
-  const std::size_t i = row - first_;
-  switch (cells_.index()) {
-    case 0: out += std::get<TextCells>(cells_).texts[i]; return;
-    case 1: {
-      const auto& numbers = std::get<NumberCells>(cells_);
-      numbers.display.Append(numbers.values[i], out);
-      return;
-    }
-    case 2: out += std::get<RepeatedCell>(cells_).text; return;
-    case 3: {
-      const auto& codes = std::get<CodeCells>(cells_);
-      out += codes.distinct[codes.indices[i]];
-      return;
-    }
+  if (const auto* numbers = std::get_if<NumberCells>(&cells_)) {
+    if (row >= first_ && row < first_ + length_) numbers->display.Append(numbers->values[row - first_], out);
+    return;
   }
+  std::string unused;
+  out += CellView(row, unused);
 }
 
 }  // namespace orvik::shell

@@ -35,7 +35,7 @@ TEST(AnalysisDialogTest, OkAcceptsOnlyValidNumbers) {
     const auto dialog = dialogs.at(row[0])();
     for (std::size_t i = 2; i < row.fields.size(); ++i) {
       const std::size_t equals = row[i].find('=');
-      cli::ApplyDialogSetting(*dialog, {dialog->Name(), row[i].substr(0, equals), row[i].substr(equals + 1)});
+      shell::ApplyControlSetting(*dialog, {dialog->Name(), row[i].substr(0, equals), row[i].substr(equals + 1)});
     }
     const bool accepted = row[1] == "accept";
     auto host = testing_support::HostOver({}, {});

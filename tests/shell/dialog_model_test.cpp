@@ -107,7 +107,7 @@ TEST(AskParametersTest, KeepsTheLastConfirmedRecordOfItsOwnTypeOnly) {
 
 TEST(CliHostDialogTest, CheckMarksTakeOnlyOneOrZero) {
   LimitsDialog dialog;
-  EXPECT_THROW(cli::ApplyDialogSetting(dialog, {"TestLimits", "ChkLog", "yes"}), std::invalid_argument);
+  EXPECT_THROW(ApplyControlSetting(dialog, {"TestLimits", "ChkLog", "yes"}), std::invalid_argument);
 }
 
 }  // namespace
