@@ -13,6 +13,7 @@
 #include <zip.h>
 
 #include <algorithm>
+#include <cmath>
 #include <charconv>
 #include <cstdio>
 #include <cstring>
@@ -23,6 +24,7 @@
 
 #include "formats/delimited_text.h"
 #include "formats/project_file.h"
+#include "worksheet/cell_number.h"
 
 namespace orvik::formats {
 
@@ -31,6 +33,16 @@ namespace {
 [[noreturn]] void NotAWorkbook(const std::string& path, const std::string& detail) {
   throw WorkbookError("\"" + path + "\" cannot be read as an Excel workbook (" + detail + ").");
 }
+
+// Digits a number format shows: at least `integers` before the point
+// (leading zeros), exactly `decimals` after it.
+struct ShownDigits {
+  int integers = 1;
+  int decimals = 0;
+  auto operator<=>(const ShownDigits&) const = default;
+};
+
+constexpr int kMostFormatDigits = 30;  // the most digits an Excel number format takes on either side
 
 // ---- the zip archive ------------------------------------------------------
 
@@ -283,10 +295,53 @@ bool ParseCellReference(std::string_view ref, long& row, long& col) {
   return true;
 }
 
+// The cell formats of the workbook, as far as they fix the digits shown:
+// number formats "0", "0.00", "000.0" and so on (built in or the workbook's
+// own). A number cell in such a format reads as the text the spreadsheet
+// shows, "25.000" rather than "25".
+class StylesReader : public XmlStream {
+ public:
+  std::vector<std::optional<ShownDigits>> digitsOfFormat;  // by cell format index
+
+ private:
+  static std::optional<ShownDigits> DigitsOfCode(std::string_view code) {
+    const std::size_t point = code.find('.');
+    const std::string_view integers = code.substr(0, point);
+    const std::string_view decimals = point == std::string_view::npos ? "" : code.substr(point + 1);
+    if (integers.empty() || integers.find_first_not_of('0') != std::string_view::npos ||
+        decimals.find_first_not_of('0') != std::string_view::npos || (point != std::string_view::npos && decimals.empty()))
+      return std::nullopt;
+    return ShownDigits{static_cast<int>(integers.size()), static_cast<int>(decimals.size())};
+  }
+  static int Number(std::string_view text) {
+    int number = -1;
+    std::from_chars(text.data(), text.data() + text.size(), number);
+    return number;
+  }
+  void Start(std::string_view name, const Attributes& attributes) override {
+    if (name == "numFmt") {
+      codes_[Number(Attribute(attributes, "numFmtId"))] = DigitsOfCode(Attribute(attributes, "formatCode"));
+    } else if (name == "cellXfs") {
+      in_cell_formats_ = true;
+    } else if (name == "xf" && in_cell_formats_) {
+      const auto code = codes_.find(Number(Attribute(attributes, "numFmtId")));
+      digitsOfFormat.push_back(code != codes_.end() ? code->second : std::nullopt);
+    }
+  }
+  void End(std::string_view name) override {
+    if (name == "cellXfs") in_cell_formats_ = false;
+  }
+
+  // The built-in formats "0" and "0.00", then the workbook's own.
+  std::map<int, std::optional<ShownDigits>> codes_{{1, ShownDigits{1, 0}}, {2, ShownDigits{1, 2}}};
+  bool in_cell_formats_ = false;
+};
+
 class SheetReader : public XmlStream {
  public:
-  SheetReader(const std::vector<std::string>& shared, bool header_row, worksheet::Worksheet& sheet)
-      : shared_(shared), header_row_(header_row), sheet_(sheet) {}
+  SheetReader(const std::vector<std::string>& shared, const std::vector<std::optional<ShownDigits>>& digits_of_format, bool header_row,
+              worksheet::Worksheet& sheet)
+      : shared_(shared), digits_of_format_(digits_of_format), header_row_(header_row), sheet_(sheet) {}
 
  private:
   void Start(std::string_view name, const Attributes& attributes) override {
@@ -300,6 +355,9 @@ class SheetReader : public XmlStream {
       in_cell_ = true;
       value_.clear();
       type_ = Attribute(attributes, "t");
+      format_ = 0;
+      const std::string_view style = Attribute(attributes, "s");
+      std::from_chars(style.data(), style.data() + style.size(), format_);
       const std::string_view r = Attribute(attributes, "r");
       long row = row_, col = col_ + 1;
       if (!r.empty() && !ParseCellReference(r, row, col)) return Fail("bad cell reference " + std::string(r));
@@ -342,7 +400,7 @@ class SheetReader : public XmlStream {
     } else if (type_ == "inlineStr" || type_ == "str") {
       text = DecodeEscapes(value_);
     } else {
-      text = value_;
+      text = ShownNumber();
     }
     if (header_row_) {
       if (row_ == 1) sheet_.SetColumnHeader(col_, std::move(text));
@@ -352,7 +410,33 @@ class SheetReader : public XmlStream {
     }
   }
 
+  // A number cell's value as its format shows it; in the general format the
+  // shortest text of the number, where the writer gave more digits than it
+  // needs ("9.800000000000001" for 9.8).
+  std::string ShownNumber() const {
+    double number = 0.0;
+    const auto [end, error] = std::from_chars(value_.data(), value_.data() + value_.size(), number);
+    if (value_.empty() || error != std::errc() || end != value_.data() + value_.size()) return value_;
+    char shown[400];
+    const std::optional<ShownDigits> digits =
+        format_ < digits_of_format_.size() ? digits_of_format_[format_] : std::nullopt;
+    if (!digits) {
+      const auto written = std::to_chars(shown, shown + sizeof shown, number);
+      const std::size_t size = static_cast<std::size_t>(written.ptr - shown);
+      return written.ec == std::errc() && size < value_.size() ? std::string(shown, size) : value_;
+    }
+    const auto written = std::to_chars(shown, shown + sizeof shown, number, std::chars_format::fixed, digits->decimals);
+    if (written.ec != std::errc()) return value_;
+    std::string text(shown, written.ptr);
+    const std::size_t sign = text.front() == '-' ? 1 : 0;
+    const std::size_t integers = std::min(text.find('.'), text.size()) - sign;
+    if (integers < static_cast<std::size_t>(digits->integers))
+      text.insert(sign, static_cast<std::size_t>(digits->integers) - integers, '0');
+    return text;
+  }
+
   const std::vector<std::string>& shared_;
+  const std::vector<std::optional<ShownDigits>>& digits_of_format_;
   bool header_row_;
   worksheet::Worksheet& sheet_;
   long row_ = 0;
@@ -361,6 +445,7 @@ class SheetReader : public XmlStream {
   bool in_value_ = false;
   int phonetic_ = 0;
   std::string type_;
+  std::size_t format_ = 0;
   std::string value_;
 };
 
@@ -368,6 +453,7 @@ struct XlsxParts {
   std::vector<WorkbookReader::SheetEntry> sheets;
   std::map<std::string, RelationshipsReader::Relation> relations;
   std::string shared_strings;
+  std::string styles;
 };
 
 XlsxParts ReadParts(const ZipArchive& zip) {
@@ -381,9 +467,10 @@ XlsxParts ReadParts(const ZipArchive& zip) {
   workbook.Parse(zip, workbook_part);
   RelationshipsReader relations(FolderOf(workbook_part));
   relations.Parse(zip, RelationshipsPartOf(workbook_part));
-  XlsxParts parts{std::move(workbook.sheets), std::move(relations.relations), {}};
+  XlsxParts parts{std::move(workbook.sheets), std::move(relations.relations), {}, {}};
   for (const auto& [id, relation] : parts.relations)
     if (TypeIs(relation.type, "/sharedStrings")) parts.shared_strings = relation.target;
+    else if (TypeIs(relation.type, "/styles")) parts.styles = relation.target;
   return parts;
 }
 
@@ -417,16 +504,64 @@ std::string ExcelSheetName(const std::string& wanted, std::set<std::string>& tak
 // The number a text stands for when Excel would write it back the same way
 // ("%.16G"); texts such as "1.50", "007" or " 3" stay strings so they keep
 // their form.
+// A cell the worksheet reads as a number is written as a number, as long as
+// the workbook's 16 significant digits give that number back (otherwise,
+// 0.30000000000000004 for one, as text, so no digit is lost). Where the
+// text shows other digits than the shortest form of its number ("25.000",
+// "007"), the cell gets the number format that shows them.
 std::optional<double> ExcelNumber(std::string_view text) {
-  if (text.empty() || text.size() > 24) return std::nullopt;
-  double value = 0.0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+  const std::optional<double> value = worksheet::ParseCellNumber(text);
+  if (!value) return std::nullopt;
   char written[40];
-  std::snprintf(written, sizeof written, "%.16G", value);
-  if (text != written) return std::nullopt;
+  std::snprintf(written, sizeof written, "%.16G", *value);
+  if (std::strtod(written, nullptr) != *value) return std::nullopt;
   return value;
 }
+
+// The digits a numeric cell text shows, where they differ from the shortest
+// form of its number; nothing for texts the general format shows alike.
+std::optional<ShownDigits> DigitsShown(std::string_view text, double value) {
+  if (text.find_first_of("eE") != std::string_view::npos) return std::nullopt;
+  const auto count_digits = [](std::string_view digits) {
+    const std::size_t end = digits.find_first_not_of("0123456789");
+    return static_cast<int>(end == std::string_view::npos ? digits.size() : end);
+  };
+  const std::size_t first_digit = text.find_first_of("0123456789.");
+  const std::string_view number = text.substr(first_digit);
+  const std::size_t point = number.find('.');
+  const ShownDigits shown{count_digits(number),
+                          point == std::string_view::npos ? 0 : count_digits(number.substr(point + 1))};
+  char shortest[400];
+  const auto written = std::to_chars(shortest, shortest + sizeof shortest, std::fabs(value), std::chars_format::fixed);
+  const std::string_view plain(shortest, written.ptr);
+  const std::size_t plain_point = plain.find('.');
+  const int plain_decimals = plain_point == std::string_view::npos ? 0 : static_cast<int>(plain.size() - plain_point - 1);
+  const bool leading_zeros = shown.integers > 1 && number.front() == '0';
+  if (shown.decimals == plain_decimals && !leading_zeros) return std::nullopt;
+  if (shown.integers > kMostFormatDigits || shown.decimals > kMostFormatDigits) return std::nullopt;
+  return ShownDigits{leading_zeros ? shown.integers : 1, shown.decimals};
+}
+
+// One number format per shown digits, made when first needed.
+class NumberFormats {
+ public:
+  explicit NumberFormats(lxw_workbook* workbook) : workbook_(workbook) {}
+  lxw_format* For(const std::optional<ShownDigits>& digits) {
+    if (!digits) return nullptr;
+    lxw_format*& format = formats_[*digits];
+    if (format == nullptr) {
+      format = workbook_add_format(workbook_);
+      std::string code(static_cast<std::size_t>(digits->integers), '0');
+      if (digits->decimals > 0) code += "." + std::string(static_cast<std::size_t>(digits->decimals), '0');
+      format_set_num_format(format, code.c_str());
+    }
+    return format;
+  }
+
+ private:
+  lxw_workbook* workbook_;
+  std::map<ShownDigits, lxw_format*> formats_;
+};
 
 // The text as OOXML stores it: a literal "_xHHHH_" in the text would read
 // back as the character HHHH, so its underscore is itself escaped.
@@ -465,7 +600,9 @@ void ReadXlsxSheet(const std::string& path, std::size_t index, bool header_row, 
   if (relation == parts.relations.end()) NotAWorkbook(path, "sheet " + parts.sheets[index].name + " has no part");
   SharedStringsReader shared;
   if (!parts.shared_strings.empty() && zip.Has(parts.shared_strings)) shared.Parse(zip, parts.shared_strings);
-  SheetReader reader(shared.strings, header_row, sheet);
+  StylesReader styles;
+  if (!parts.styles.empty() && zip.Has(parts.styles)) styles.Parse(zip, parts.styles);
+  SheetReader reader(shared.strings, styles.digitsOfFormat, header_row, sheet);
   reader.Parse(zip, relation->second.target);
   sheet.ShrinkToFit();
 }
@@ -505,6 +642,7 @@ void WriteXlsx(const std::string& path, const std::vector<const worksheet::Works
   }
   try {
     std::set<std::string> taken;
+    NumberFormats number_formats(workbook);
     for (const worksheet::Worksheet* sheet : sheets) {
       const std::string name = ExcelSheetName(sheet->Name(), taken);
       lxw_worksheet* out = workbook_add_worksheet(workbook, name.c_str());
@@ -534,7 +672,8 @@ void WriteXlsx(const std::string& path, const std::vector<const worksheet::Works
           if (cell.empty()) continue;
           const auto out_col = static_cast<lxw_col_t>(col - 1);
           if (const auto number = ExcelNumber(cell)) {
-            Check(worksheet_write_number(out, out_row, out_col, *number, nullptr), path, "a number");
+            Check(worksheet_write_number(out, out_row, out_col, *number, number_formats.For(DigitsShown(cell, *number))),
+                  path, "a number");
           } else {
             text = EscapeLiteralEscapes(cell);
             const lxw_error error = worksheet_write_string(out, out_row, out_col, text.c_str(), nullptr);

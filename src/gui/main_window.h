@@ -74,10 +74,10 @@ class MainWindow : public QMainWindow {
 
   // Replaces the colour dialog of the colour tools (tests, scripts).
   void SetColorChooser(std::function<QColor(bool background)> chooser) { color_chooser_ = std::move(chooser); }
-  // Replaces the file dialogs of open, import, export and picture saving.
-  void SetFileChooser(std::function<QString(bool save, const QString& filter)> chooser) {
-    file_chooser_ = std::move(chooser);
-  }
+  // Replaces the file dialogs of open, import, export and picture saving;
+  // a chooser for saving may set the file type picked among the filter's.
+  using FileChooser = std::function<QString(bool save, const QString& filter, QString* chosen_type)>;
+  void SetFileChooser(FileChooser chooser) { file_chooser_ = std::move(chooser); }
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -100,7 +100,6 @@ class MainWindow : public QMainWindow {
   void ColorTool(QAction* tool);
   QString ChooseFile(bool save, const QString& filter);
   void SaveChartPicture();
-  void ExportWorksheet();
   void PrintActiveWorksheet();
   void PrintActiveChart();
   void ShowChartProperty();
@@ -128,7 +127,7 @@ class MainWindow : public QMainWindow {
   bool document_menus_enabled_ = true;
   bool exiting_ = false;
   std::function<QColor(bool)> color_chooser_;
-  std::function<QString(bool, const QString&)> file_chooser_;
+  FileChooser file_chooser_;
   std::unique_ptr<ProjectActions> project_;
 };
 

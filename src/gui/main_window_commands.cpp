@@ -9,17 +9,18 @@
 #include <QMdiSubWindow>
 #include <QPrintPreviewDialog>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QStandardPaths>
 #include <QStatusBar>
-#include <fstream>
 
 #include "gui/chart_view.h"
 #include "gui/main_window.h"
+
+#include <QRegularExpression>
 #include "gui/result_window_widget.h"
 #include "gui/sheet_printer.h"
 #include "gui/tool_dialogs.h"
 #include "gui/worksheet_window.h"
-#include "worksheet/delimited_cells.h"
 
 namespace orvik::gui {
 
@@ -31,13 +32,6 @@ void MainWindow::CreateWindowCommands() {
   };
   auto& c = window_commands_;
   c.insert(QStringLiteral("mnuNew"), [this] { NewWorksheet(); });
-  auto open = [this] {
-    const QString path = ChooseFile(false, QStringLiteral("Data files (*.csv *.tsv *.txt);;All files (*)"));
-    if (!path.isEmpty()) OpenDataFile(path);
-  };
-  c.insert(QStringLiteral("mnuOpen"), open);
-  c.insert(QStringLiteral("mnuDataImport"), open);
-  c.insert(QStringLiteral("mnuDataExport"), [this] { ExportWorksheet(); });
   c.insert(QStringLiteral("mnuPrint"), [this] { PrintActiveWorksheet(); });
   c.insert(QStringLiteral("mnuWorkSheetPrint"), [this] { PrintActiveWorksheet(); });
   c.insert(QStringLiteral("mnuExit"), [this] { close(); });
@@ -109,10 +103,22 @@ void MainWindow::CreateWindowCommands() {
   });
 }
 
+// A file name saved without an extension of the filter's types gets the
+// extension of the type chosen in the dialog (the first type when none was
+// told), so the chosen type decides the file's format.
 QString MainWindow::ChooseFile(bool save, const QString& filter) {
-  if (file_chooser_) return file_chooser_(save, filter);
-  return save ? QFileDialog::getSaveFileName(this, QString(), QString(), filter)
-              : QFileDialog::getOpenFileName(this, QString(), QString(), filter);
+  QString chosen_type;
+  QString path = file_chooser_ ? file_chooser_(save, filter, &chosen_type)
+                 : save        ? QFileDialog::getSaveFileName(this, QString(), QString(), filter, &chosen_type)
+                               : QFileDialog::getOpenFileName(this, QString(), QString(), filter);
+  if (!save || path.isEmpty()) return path;
+  static const QRegularExpression extension(QStringLiteral("\\*\\.(\\w+)"));
+  const QString suffix = QFileInfo(path).suffix().toLower();
+  for (auto match = extension.globalMatch(filter); match.hasNext();)
+    if (match.next().captured(1) == suffix) return path;
+  if (chosen_type.isEmpty()) chosen_type = filter.section(QStringLiteral(";;"), 0, 0);
+  const QRegularExpressionMatch first = extension.match(chosen_type);
+  return first.hasMatch() ? path + QLatin1Char('.') + first.captured(1) : path;
 }
 
 void MainWindow::ColorTool(QAction* tool) {
@@ -133,21 +139,6 @@ void MainWindow::SaveChartPicture() {
   if (path.isEmpty()) return;
   if (!SaveChart(*result->ActiveChart(), path))
     host_.ShowMessage({"Information", "The picture could not be saved to " + path.toStdString(),
-                       shell::MessageIcon::Exclamation, shell::MessageButtons::Ok});
-}
-
-void MainWindow::ExportWorksheet() {
-  WorksheetWindow* window = ActiveWorksheetWindow();
-  if (!window) return;
-  const QString path = ChooseFile(true, QStringLiteral("Comma-separated (*.csv);;Tab-separated (*.tsv *.txt)"));
-  if (path.isEmpty()) return;
-  std::ofstream out(path.toStdString(), std::ios::binary);
-  const worksheet::Worksheet& sheet = window->Sheet();
-  const auto cells = worksheet::ReadBlock(sheet, {1, 1, sheet.DataRowCnt(), sheet.DataColCnt()});
-  const bool comma = QFileInfo(path).suffix().toLower() == QLatin1String("csv");
-  out << worksheet::FormatDelimited(cells, comma ? ',' : '\t');
-  if (!out)
-    host_.ShowMessage({"Information", "The worksheet could not be saved to " + path.toStdString(),
                        shell::MessageIcon::Exclamation, shell::MessageButtons::Ok});
 }
 

@@ -26,6 +26,7 @@ class ProjectActionsTest : public QObject {
   std::vector<shell::MessageBox> asked_;
   std::vector<shell::MessageAnswer> answers_;  // given in order; Ok when used up
   QString chosen_file_;
+  QString chosen_type_;  // the file type picked in the save dialog, if any
 
   QString Path(const QString& name) const { return folder_.filePath(name); }
 
@@ -38,7 +39,10 @@ class ProjectActionsTest : public QObject {
       answers_.erase(answers_.begin());
       return answer;
     });
-    window->SetFileChooser([this](bool, const QString&) { return chosen_file_; });
+    window->SetFileChooser([this](bool, const QString&, QString* type) {
+      if (!chosen_type_.isEmpty()) *type = chosen_type_;
+      return chosen_file_;
+    });
     window->show();
     return window;
   }
@@ -82,6 +86,7 @@ class ProjectActionsTest : public QObject {
     qputenv("ORVIK_AUTOSAVE_DIR", folder_.filePath(QStringLiteral("autosave")).toLocal8Bit());
     asked_.clear();
     answers_.clear();
+    chosen_type_.clear();
     window_ = MakeWindow();
   }
   void cleanup() { window_.reset(); }
@@ -285,12 +290,20 @@ class ProjectActionsTest : public QObject {
     QCOMPARE(sheet->Sheet().Text(1, 2), std::string_view("a\r\nb"));
     QCOMPARE(sheet->Sheet().Text(2, 2), std::string_view("x"));
 
-    for (const QString& name : {QStringLiteral("out.xlsx"), QStringLiteral("out.tsv"), QStringLiteral("out.csv")}) {
+    // The file type picked decides the format where the name has no
+    // extension of its own.
+    const std::pair<QString, QString> exports[] = {{QStringLiteral("out.xlsx"), {}},
+                                                   {QStringLiteral("out.tsv"), {}},
+                                                   {QStringLiteral("out.csv"), QStringLiteral("Excel workbook (*.xlsx)")},
+                                                   {QStringLiteral("book"), QStringLiteral("Excel workbook (*.xlsx)")}};
+    for (const auto& [name, type] : exports) {
       chosen_file_ = Path(name);
+      chosen_type_ = type;
       window_->ToolClick(QStringLiteral("mnuDataExport"));
+      const std::string written = (name == QLatin1String("book") ? Path(QStringLiteral("book.xlsx")) : chosen_file_).toStdString();
       worksheet::Worksheet back;
-      if (name.endsWith(QLatin1String("xlsx"))) formats::ReadXlsxSheet(chosen_file_.toStdString(), 0, true, back);
-      else formats::ReadDelimitedFile(chosen_file_.toStdString(), {formats::SeparatorForPath(chosen_file_.toStdString()), true}, back);
+      if (written.ends_with("xlsx")) formats::ReadXlsxSheet(written, 0, true, back);
+      else formats::ReadDelimitedFile(written, {formats::SeparatorForPath(written), true}, back);
       QCOMPARE(back.ColumnHeaderName(1), std::string("Width"));
       QCOMPARE(back.DataRowCnt(), 2L);
       for (long row = 1; row <= 2; ++row)
