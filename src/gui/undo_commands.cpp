@@ -3,8 +3,8 @@
 namespace orvik::gui {
 
 EditCellsCommand::EditCellsCommand(worksheet::SheetEditor& editor, std::vector<worksheet::CellEdit> edits,
-                                   const QString& text, bool typing)
-    : editor_(editor), edits_(std::move(edits)), typing_(typing) {
+                                   const QString& text)
+    : editor_(editor), edits_(std::move(edits)) {
   setText(text);
 }
 
@@ -14,16 +14,6 @@ void EditCellsCommand::undo() {
   // Backwards, so that a cell edited twice ends with its first text.
   std::vector<worksheet::CellEdit> reversed(edits_.rbegin(), edits_.rend());
   editor_.Apply(reversed, true);
-}
-
-bool EditCellsCommand::mergeWith(const QUndoCommand* other) {
-  const auto* next = static_cast<const EditCellsCommand*>(other);
-  if (!typing_ || !next->typing_ || edits_.size() != 1 || next->edits_.size() != 1) return false;
-  const worksheet::CellEdit& mine = edits_.front();
-  const worksheet::CellEdit& theirs = next->edits_.front();
-  if (mine.row != theirs.row || mine.col != theirs.col) return false;
-  edits_.front().after = theirs.after;
-  return true;
 }
 
 RowColumnCommand::RowColumnCommand(worksheet::SheetEditor& editor, Edit edit, long at, long count)

@@ -9,24 +9,18 @@
 namespace orvik::gui {
 
 // Cell texts changed by typing, pasting, cutting, clearing, sorting or
-// replacing: the changed cells with their texts before and after. Typing
-// into the same cell again merges with the previous typing.
+// replacing: the changed cells with their texts before and after. Each
+// committed cell of typing is a step of its own.
 class EditCellsCommand : public QUndoCommand {
  public:
-  static constexpr int kTypingId = 1;
-
-  EditCellsCommand(worksheet::SheetEditor& editor, std::vector<worksheet::CellEdit> edits, const QString& text,
-                   bool typing = false);
+  EditCellsCommand(worksheet::SheetEditor& editor, std::vector<worksheet::CellEdit> edits, const QString& text);
 
   void redo() override;
   void undo() override;
-  int id() const override { return typing_ ? kTypingId : -1; }
-  bool mergeWith(const QUndoCommand* other) override;
 
  private:
   worksheet::SheetEditor& editor_;
   std::vector<worksheet::CellEdit> edits_;
-  bool typing_;
 };
 
 // Inserting or deleting rows or columns at the active cell. A deletion keeps

@@ -4,6 +4,7 @@
 #include <QClipboard>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QMouseEvent>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -29,6 +30,9 @@ SheetView::SheetView(QWidget* parent) : QTableView(parent) {
   verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
   horizontalHeader()->setDefaultSectionSize(80);
   setWordWrap(false);
+  // Typing over a cell replaces it; F2 or a double click edits it in place.
+  setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
+                  QAbstractItemView::AnyKeyPressed);
   connect(horizontalHeader(), &QHeaderView::sectionPressed, this, [this](int col) { anchor_ = {0, col}; });
   connect(verticalHeader(), &QHeaderView::sectionPressed, this, [this](int row) { anchor_ = {row, 0}; });
 }
@@ -43,10 +47,59 @@ void SheetView::mousePressEvent(QMouseEvent* event) {
   QTableView::mousePressEvent(event);
 }
 
+// Enter and Tab move the caret as in a spreadsheet: down and right, back
+// with Shift, whether or not a cell is being edited.
+void SheetView::MoveCaret(int rows, int cols) {
+  const QModelIndex current = currentIndex();
+  if (!current.isValid()) return;
+  const int row = std::clamp(current.row() + rows, 0, model()->rowCount() - 1);
+  const int col = std::clamp(current.column() + cols, 0, model()->columnCount() - 1);
+  selectionModel()->setCurrentIndex(model()->index(row, col), QItemSelectionModel::ClearAndSelect);
+  anchor_ = {row, col};
+}
+
 void SheetView::keyPressEvent(QKeyEvent* event) {
+  const bool shift = event->modifiers() & Qt::ShiftModifier;
+  // While a cell is edited, the editor's Enter reaches here too; the editor
+  // closing moves the caret (closeEditor).
+  const bool editing = state() == EditingState;
+  switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter: return editing ? void() : MoveCaret(shift ? -1 : 1, 0);
+    case Qt::Key_Tab: return MoveCaret(0, 1);
+    case Qt::Key_Backtab: return MoveCaret(0, -1);
+    default: break;
+  }
   QTableView::keyPressEvent(event);
-  if (!(event->modifiers() & Qt::ShiftModifier) && currentIndex().isValid())
-    anchor_ = {currentIndex().row(), currentIndex().column()};
+  if (!shift && currentIndex().isValid()) anchor_ = {currentIndex().row(), currentIndex().column()};
+}
+
+void SheetView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
+  QTableView::closeEditor(editor, QAbstractItemDelegate::NoHint);
+  const bool shift = QApplication::keyboardModifiers() & Qt::ShiftModifier;
+  switch (hint) {
+    case QAbstractItemDelegate::SubmitModelCache: return MoveCaret(shift ? -1 : 1, 0);
+    case QAbstractItemDelegate::EditNextItem: return MoveCaret(0, 1);
+    case QAbstractItemDelegate::EditPreviousItem: return MoveCaret(0, -1);
+    default: return;
+  }
+}
+
+// F2 edits in place: the caret after the text, nothing selected, where a
+// typed key would replace the text.
+bool SheetView::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) {
+  if (!QTableView::edit(index, trigger, event)) return false;
+  if (auto* line = qobject_cast<QLineEdit*>(indexWidget(index)); line && trigger == EditKeyPressed) {
+    line->deselect();
+    line->end(false);
+  }
+  return true;
+}
+
+// Ctrl+End goes to the last cell that holds data, not to the grid's corner.
+QModelIndex SheetView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+  if (action == MoveEnd && (modifiers & Qt::ControlModifier) && data_end_) return data_end_();
+  return QTableView::moveCursor(action, modifiers);
 }
 
 WorksheetWindow::WorksheetWindow(std::unique_ptr<worksheet::Worksheet> sheet, QWidget* parent)
@@ -56,11 +109,15 @@ WorksheetWindow::WorksheetWindow(std::unique_ptr<worksheet::Worksheet> sheet, QW
   model_ = new SheetModel(
       editor_,
       [this](long row, long col, const QString& text) {
-        Push(worksheet::PlanWriteBlock(*sheet_, row, col, {{ToStd(text)}}), QStringLiteral("Typing"), true);
+        Push(worksheet::PlanWriteBlock(*sheet_, row, col, {{ToStd(text)}}), QStringLiteral("Typing"));
       },
       this);
   view_ = new SheetView(this);
   view_->setModel(model_);
+  view_->SetDataEnd([this] {
+    return model_->index(static_cast<int>(std::max(sheet_->DataRowCnt(), 1L) - 1),
+                         static_cast<int>(std::max(sheet_->DataColCnt(), 1L) - 1));
+  });
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(view_);
@@ -108,9 +165,9 @@ void WorksheetWindow::SelectBlock(long row, long col, long row2, long col2) {
   SyncSelection();
 }
 
-void WorksheetWindow::Push(std::vector<worksheet::CellEdit> edits, const QString& text, bool typing) {
+void WorksheetWindow::Push(std::vector<worksheet::CellEdit> edits, const QString& text) {
   if (edits.empty()) return;
-  undo_.push(new EditCellsCommand(editor_, std::move(edits), text, typing));
+  undo_.push(new EditCellsCommand(editor_, std::move(edits), text));
 }
 
 void WorksheetWindow::Copy() {

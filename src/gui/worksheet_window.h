@@ -3,6 +3,7 @@
 #include <QTableView>
 #include <QUndoStack>
 #include <QWidget>
+#include <functional>
 #include <memory>
 
 #include "gui/shell_rules.h"
@@ -24,13 +25,21 @@ class SheetView : public QTableView {
 
   GridPoint Anchor() const { return anchor_; }
   void SetAnchor(GridPoint anchor);
+  // The last cell holding data, where Ctrl+End goes.
+  void SetDataEnd(std::function<QModelIndex()> data_end) { data_end_ = std::move(data_end); }
 
  protected:
   void mousePressEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
+  bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
+  QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
 
  private:
+  void MoveCaret(int rows, int cols);
+
   GridPoint anchor_;
+  std::function<QModelIndex()> data_end_;
 };
 
 // A worksheet window `OrvikDoc`: one core worksheet, the editor that makes
@@ -76,7 +85,7 @@ class WorksheetWindow : public QWidget {
 
  private:
   void SyncSelection();
-  void Push(std::vector<worksheet::CellEdit> edits, const QString& text, bool typing = false);
+  void Push(std::vector<worksheet::CellEdit> edits, const QString& text);
 
   std::unique_ptr<worksheet::Worksheet> sheet_;
   worksheet::SheetEditor editor_;

@@ -149,22 +149,46 @@ class WorksheetWindowTest : public QObject {
     QCOMPARE(Text(2, 2), std::string("y"));
   }
 
-  void typingIsUndoneAndMergesPerCell() {
+  void aColumnIsTypedWithEnterAndEachCellIsOneUndoStep() {
     WorksheetWindow& w = Open();
-    QAbstractItemModel* model = w.Model();
-    model->setData(model->index(0, 0), QStringLiteral("1"), Qt::EditRole);
-    model->setData(model->index(0, 0), QStringLiteral("12"), Qt::EditRole);
-    model->setData(model->index(1, 0), QStringLiteral("7"), Qt::EditRole);
-    QCOMPARE(w.UndoStack()->count(), 2);
+    w.SelectBlock(1, 1, 1, 1);
+    QWidget* view = w.View();
+    w.activateWindow();
+    view->setFocus();
+    QVERIFY(QTest::qWaitForWindowActive(&w));
+    // Keys go where the user's would: to the cell editor once typing opened it.
+    const auto focus = [view] { return QApplication::focusWidget() ? QApplication::focusWidget() : view; };
+    const auto type = [&](const char* text, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+      for (const char* c = text; *c; ++c) QTest::keyClick(focus(), *c);
+      QTest::keyClick(focus(), key, modifiers);
+      QApplication::processEvents();  // the editor closes as the event loop turns
+    };
+    type("10.2", Qt::Key_Return);
+    type("11.5", Qt::Key_Enter);
+    QCOMPARE(Text(1, 1) + " " + Text(2, 1), std::string("10.2 11.5"));
+    QCOMPARE(w.Sheet().ActiveRow, 3L);
+    type("b3", Qt::Key_Tab);  // Tab commits and moves right
+    QCOMPARE(std::pair(w.Sheet().ActiveRow, w.Sheet().ActiveCol), std::pair(3L, 2L));
+    type("c3", Qt::Key_Backtab, Qt::ShiftModifier);
+    QCOMPARE(w.Sheet().ActiveCol, 1L);
+    QTest::keyClick(view, Qt::Key_Return, Qt::ShiftModifier);  // no edit: Shift+Enter only moves up
+    QTest::keyRelease(view, Qt::Key_Shift);
+    QCOMPARE(w.Sheet().ActiveRow, 2L);
+    type("9", Qt::Key_Return);  // typing over a cell replaces its text
+    QCOMPARE(Text(2, 1), std::string("9"));
+    w.SelectBlock(1, 1, 1, 1);
+    QTest::keyClick(view, Qt::Key_F2);  // F2 edits in place: the caret after the text
+    type("5", Qt::Key_Return);
+    QCOMPARE(Text(1, 1), std::string("10.25"));
+    QCOMPARE(Text(3, 2), std::string("c3"));
+    QCOMPARE(w.UndoStack()->count(), 6);
     w.UndoStack()->undo();
-    QCOMPARE(Text(2, 1), std::string());
-    QCOMPARE(Text(1, 1), std::string("12"));
-    w.UndoStack()->undo();
-    QCOMPARE(Text(1, 1), std::string());
+    QCOMPARE(Text(1, 1), std::string("10.2"));
+    QTest::keyClick(view, Qt::Key_End, Qt::ControlModifier);  // the last cell holding data
+    QCOMPARE(std::pair(w.Sheet().ActiveRow, w.Sheet().ActiveCol), std::pair(3L, 2L));
     // Typing past the grid's end grows it.
-    model->setData(model->index(999, 0), QStringLiteral("5"), Qt::EditRole);
     w.Editor().SetCell(1001, 1, "6");
-    QCOMPARE(model->rowCount(), 1001);
+    QCOMPARE(w.Model()->rowCount(), 1001);
   }
 
   void clearInsertAndDeleteAtTheActiveCell() {
