@@ -218,7 +218,7 @@ void MainWindow::SortWorksheet() {
   WorksheetWindow* window = ActiveWorksheetWindow();
   if (!window) return;
   SortDialog dialog(window->Sheet(), window->TargetBlock(), this);
-  if (dialog.exec() == QDialog::Accepted) window->SortSelection(dialog.KeyColumn(), dialog.Ascending());
+  if (dialog.exec() == QDialog::Accepted) window->Sort(dialog.Block(), dialog.Keys());
 }
 
 void MainWindow::StartCalculator() {

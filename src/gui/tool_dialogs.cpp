@@ -87,26 +87,64 @@ void FindWorkSheet::ReplaceAll() {
 }
 
 SortDialog::SortDialog(const worksheet::Worksheet& sheet, const worksheet::CellBlock& block, QWidget* parent)
-    : QDialog(parent), first_col_(block.left) {
+    : QDialog(parent), sheet_(sheet), block_(block), region_(worksheet::SortRegion(sheet, block)) {
   setObjectName(QStringLiteral("Sort"));
   setWindowTitle(QStringLiteral("Sort"));
-  key_ = new QComboBox;
-  const long last = std::min(block.right, std::max(block.left, sheet.DataColCnt()));
-  for (long col = block.left; col <= last; ++col) key_->addItem(QString::fromStdString(sheet.ColumnHeader(col)));
-  order_ = new QComboBox;
-  order_->addItems({QStringLiteral("Ascending"), QStringLiteral("Descending")});
   auto* form = new QFormLayout(this);
-  form->addRow(QStringLiteral("Sort by:"), key_);
-  form->addRow(QStringLiteral("Order:"), order_);
+  const auto range = [](const worksheet::CellBlock& b) {
+    return QString::fromStdString(worksheet::ColumnLetters(b.left) + std::to_string(b.top) + ":" +
+                                  worksheet::ColumnLetters(b.right) + std::to_string(b.bottom));
+  };
+  if (region_.left != block_.left || region_.right != block_.right) {
+    form->addRow(new QLabel(QStringLiteral("The cells beside the selection hold data.")));
+    whole_rows_ = new QRadioButton(QStringLiteral("Sort the whole rows of the data (%1)").arg(range(region_)));
+    auto* alone = new QRadioButton(QStringLiteral("Sort the selected cells only (%1)").arg(range(block_)));
+    whole_rows_->setChecked(true);
+    form->addRow(whole_rows_);
+    form->addRow(alone);
+    connect(whole_rows_, &QRadioButton::toggled, this, [this] { FillKeys(); });
+  }
+  for (int level = 0; level < kLevels; ++level) {
+    keys_[level] = new QComboBox;
+    orders_[level] = new QComboBox;
+    orders_[level]->addItems({QStringLiteral("Ascending"), QStringLiteral("Descending")});
+    auto* row = new QHBoxLayout;
+    row->addWidget(keys_[level], 1);
+    row->addWidget(orders_[level]);
+    form->addRow(level == 0 ? QStringLiteral("Sort by:") : QStringLiteral("Then by:"), row);
+  }
+  FillKeys();
   auto* box = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
   connect(box, &QDialogButtonBox::accepted, this, &QDialog::accept);
   connect(box, &QDialogButtonBox::rejected, this, &QDialog::reject);
   form->addRow(box);
 }
 
-long SortDialog::KeyColumn() const { return first_col_ + key_->currentIndex(); }
+// The key lists name the columns of the block to be sorted, by header; the
+// further keys start at "(none)". The first key stays on its column when
+// the block widens or narrows.
+void SortDialog::FillKeys() {
+  const worksheet::CellBlock block = Block();
+  const long keep = keys_[0]->count() > 0 ? keys_[0]->currentData().toInt() : block_.left;
+  const long last = std::min(block.right, std::max(block.left, sheet_.DataColCnt()));
+  for (int level = 0; level < kLevels; ++level) {
+    keys_[level]->clear();
+    if (level > 0) keys_[level]->addItem(QStringLiteral("(none)"), 0);
+    for (long col = block.left; col <= last; ++col)
+      keys_[level]->addItem(QString::fromStdString(sheet_.ColumnHeader(col)), static_cast<int>(col));
+  }
+  keys_[0]->setCurrentIndex(std::max(0, keys_[0]->findData(static_cast<int>(keep))));
+}
 
-bool SortDialog::Ascending() const { return order_->currentIndex() == 0; }
+worksheet::CellBlock SortDialog::Block() const { return whole_rows_ && whole_rows_->isChecked() ? region_ : block_; }
+
+std::vector<worksheet::SortKey> SortDialog::Keys() const {
+  std::vector<worksheet::SortKey> keys;
+  for (int level = 0; level < kLevels; ++level)
+    if (const long col = keys_[level]->currentData().toInt(); col > 0)
+      keys.push_back({col, orders_[level]->currentIndex() == 0});
+  return keys;
+}
 
 ChartProperty::ChartProperty(ChartView& chart, QWidget* parent) : QDialog(parent), chart_(chart) {
   setObjectName(QStringLiteral("ChartProperty"));

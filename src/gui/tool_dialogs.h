@@ -4,7 +4,9 @@
 #include <QComboBox>
 #include <QDialog>
 #include <QLineEdit>
+#include <QRadioButton>
 #include <functional>
+#include <vector>
 
 #include "gui/chart_view.h"
 #include "worksheet/sheet_edits.h"
@@ -45,19 +47,32 @@ class FindWorkSheet : public QDialog {
   class QLabel* status_ = nullptr;
 };
 
-// Asks for the sort key column (among the block's columns) and the order.
+// Asks for up to three sort keys (columns of the block, each with its
+// order). Where the columns beside the block hold data in its rows, it asks
+// first, as spreadsheets do, whether to sort those whole rows (the default)
+// or the selected cells alone.
 class SortDialog : public QDialog {
   Q_OBJECT
 
  public:
+  static constexpr int kLevels = 3;
+
   SortDialog(const worksheet::Worksheet& sheet, const worksheet::CellBlock& block, QWidget* parent = nullptr);
-  long KeyColumn() const;
-  bool Ascending() const;
+  worksheet::CellBlock Block() const;
+  std::vector<worksheet::SortKey> Keys() const;
+  QRadioButton* WholeRows() const { return whole_rows_; }
+  QComboBox* KeyBox(int level) const { return keys_[level]; }
+  QComboBox* OrderBox(int level) const { return orders_[level]; }
 
  private:
-  QComboBox* key_ = nullptr;
-  QComboBox* order_ = nullptr;
-  long first_col_;
+  void FillKeys();
+
+  const worksheet::Worksheet& sheet_;
+  worksheet::CellBlock block_;
+  worksheet::CellBlock region_;
+  QRadioButton* whole_rows_ = nullptr;
+  QComboBox* keys_[kLevels] = {};
+  QComboBox* orders_[kLevels] = {};
 };
 
 // The chart property dialog `ChartProperty`: titles, line colour, line and

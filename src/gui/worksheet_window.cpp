@@ -222,8 +222,8 @@ void WorksheetWindow::EditRowsColumns(RowColumnEditKind kind) {
   undo_.push(new RowColumnCommand(editor_, edit, rows ? sheet_->ActiveRow : sheet_->ActiveCol, 1));
 }
 
-void WorksheetWindow::SortSelection(long key_col, bool ascending) {
-  Push(worksheet::PlanSort(*sheet_, TargetBlock(), key_col, ascending), QStringLiteral("Sort"));
+void WorksheetWindow::Sort(const worksheet::CellBlock& block, const std::vector<worksheet::SortKey>& keys) {
+  Push(worksheet::PlanSort(*sheet_, block, keys), QStringLiteral("Sort"));
 }
 
 void WorksheetWindow::ToggleFontStyle(FontStyle style) {

@@ -67,7 +67,7 @@ class WorksheetWindow : public QWidget {
   void SelectAll();
   // Inserts or deletes one row or column at the active cell.
   void EditRowsColumns(RowColumnEditKind kind);
-  void SortSelection(long key_col, bool ascending);
+  void Sort(const worksheet::CellBlock& block, const std::vector<worksheet::SortKey>& keys);
   // Bold, italic and underline toggle from the state of the active cell.
   void ToggleFontStyle(FontStyle style);
   void SetAlignment(worksheet::Alignment alignment);

@@ -67,36 +67,54 @@ std::vector<std::vector<std::string>> ReadBlock(const Worksheet& sheet, const Ce
   return cells;
 }
 
-std::vector<CellEdit> PlanSort(const Worksheet& sheet, const CellBlock& block, long key_col, bool ascending) {
+namespace {
+
+// A sort key cell: numbers first, then texts, empty cells last.
+struct SortCell {
+  int rank;  // 0 number, 1 text, 2 empty
+  double number;
+  std::string_view text;
+};
+
+SortCell ReadSortCell(std::string_view text) {
+  if (text.empty()) return {2, 0.0, text};
+  if (const auto number = ParseCellNumber(text)) return {0, *number, text};
+  return {1, 0.0, text};
+}
+
+// -1, 0 or 1 as x sorts before, with or after y in the key's order; empty
+// cells stay last in either order.
+int CompareSortCells(const SortCell& x, const SortCell& y, bool ascending) {
+  if (x.rank != y.rank) return x.rank < y.rank ? -1 : 1;
+  int order = 0;
+  if (x.rank == 0) order = x.number < y.number ? -1 : y.number < x.number ? 1 : 0;
+  else if (x.rank == 1) order = x.text < y.text ? -1 : y.text < x.text ? 1 : 0;
+  return ascending ? order : -order;
+}
+
+bool ColumnHoldsData(const Worksheet& sheet, long col, long top, long bottom) {
+  for (long row = top; row <= bottom; ++row)
+    if (!sheet.Text(row, col).empty()) return true;
+  return false;
+}
+
+}  // namespace
+
+std::vector<CellEdit> PlanSort(const Worksheet& sheet, const CellBlock& block, const std::vector<SortKey>& keys) {
   const long bottom = std::min(block.bottom, sheet.DataRowCnt());
   const long right = std::min(block.right, sheet.DataColCnt());
-  if (bottom <= block.top || right < block.left) return {};
-  struct Key {
-    int rank;  // 0 number, 1 text, 2 empty
-    double number;
-    std::string_view text;
-  };
+  if (bottom <= block.top || right < block.left || keys.empty()) return {};
   const long count = bottom - block.top + 1;
-  std::vector<Key> keys(count);
-  for (long i = 0; i < count; ++i) {
-    const std::string_view text = sheet.Text(block.top + i, key_col);
-    if (text.empty()) {
-      keys[i] = {2, 0.0, text};
-    } else if (auto number = ParseCellNumber(text)) {
-      keys[i] = {0, *number, text};
-    } else {
-      keys[i] = {1, 0.0, text};
-    }
-  }
+  // The key cells, key by key, read once.
+  std::vector<std::vector<SortCell>> cells(keys.size(), std::vector<SortCell>(static_cast<std::size_t>(count)));
+  for (std::size_t k = 0; k < keys.size(); ++k)
+    for (long i = 0; i < count; ++i) cells[k][i] = ReadSortCell(sheet.Text(block.top + i, keys[k].col));
   std::vector<long> order(count);
   std::iota(order.begin(), order.end(), 0L);
   std::stable_sort(order.begin(), order.end(), [&](long a, long b) {
-    const Key& x = keys[a];
-    const Key& y = keys[b];
-    if (x.rank != y.rank) return x.rank < y.rank;  // empties stay last either way
-    if (x.rank == 2) return false;
-    if (x.rank == 0) return ascending ? x.number < y.number : y.number < x.number;
-    return ascending ? x.text < y.text : y.text < x.text;
+    for (std::size_t k = 0; k < keys.size(); ++k)
+      if (const int c = CompareSortCells(cells[k][a], cells[k][b], keys[k].ascending); c != 0) return c < 0;
+    return false;
   });
   std::vector<CellEdit> edits;
   for (long i = 0; i < count; ++i) {
@@ -108,6 +126,16 @@ std::vector<CellEdit> PlanSort(const Worksheet& sheet, const CellBlock& block, l
     }
   }
   return edits;
+}
+
+CellBlock SortRegion(const Worksheet& sheet, const CellBlock& block) {
+  CellBlock region = block;
+  const long bottom = std::min(block.bottom, sheet.DataRowCnt());
+  if (bottom < block.top) return region;
+  while (region.left > 1 && ColumnHoldsData(sheet, region.left - 1, block.top, bottom)) --region.left;
+  while (region.right < sheet.DataColCnt() && ColumnHoldsData(sheet, region.right + 1, block.top, bottom))
+    ++region.right;
+  return region;
 }
 
 namespace {

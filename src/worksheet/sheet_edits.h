@@ -57,10 +57,23 @@ std::vector<CellEdit> PlanClear(const Worksheet& sheet, const CellBlock& block);
 // The texts of `block` clipped to the data extent, row by row.
 std::vector<std::vector<std::string>> ReadBlock(const Worksheet& sheet, const CellBlock& block);
 
-// Sorts the rows of `block` by the cells of column `key_col`: numbers first
-// in numeric order, then texts in character order, empty keys last; rows
-// with equal keys keep their order. Cells outside the block do not move.
-std::vector<CellEdit> PlanSort(const Worksheet& sheet, const CellBlock& block, long key_col, bool ascending);
+// One sort key: a column and its order.
+struct SortKey {
+  long col = 1;
+  bool ascending = true;
+};
+
+// Sorts the rows of `block` by the cells of the key columns, the first key
+// first and each further key among rows the earlier ones find equal:
+// numbers first in numeric order, then texts in character order, empty keys
+// last; rows with equal keys keep their order. Cells outside the block do
+// not move.
+std::vector<CellEdit> PlanSort(const Worksheet& sheet, const CellBlock& block, const std::vector<SortKey>& keys);
+
+// The block widened to the columns on either side that hold data in its
+// rows, up to the first column without any: the rows of data a sort of the
+// block would tear apart if it moved the block's cells alone.
+CellBlock SortRegion(const Worksheet& sheet, const CellBlock& block);
 
 // How find and replace compare a cell with the searched text.
 struct FindOptions {

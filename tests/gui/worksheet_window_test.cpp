@@ -8,6 +8,7 @@
 #include <QTest>
 
 #include <QPrinter>
+#include <QRadioButton>
 #include <QTemporaryDir>
 
 #include "gui/sheet_model.h"
@@ -247,12 +248,24 @@ class WorksheetWindowTest : public QObject {
       w.Editor().SetCell(r, 1, values[r - 1]);
       w.Editor().SetCell(r, 2, std::to_string(r));
     }
-    w.SelectBlock(1, 1, 4, 2);
-    w.SortSelection(1, true);
+    // Sorting column A alone asks to take the rows of B along (the default).
+    w.SelectBlock(1, 1, 4, 1);
+    gui::SortDialog dialog(w.Sheet(), w.TargetBlock());
+    QVERIFY(dialog.WholeRows() && dialog.WholeRows()->isChecked());
+    QCOMPARE(dialog.KeyBox(1)->currentText(), QStringLiteral("(none)"));
+    QCOMPARE(dialog.KeyBox(0)->count(), 2);
+    w.Sort(dialog.Block(), dialog.Keys());
     QCOMPARE(Text(1, 1) + Text(2, 1) + Text(3, 1) + Text(4, 1), std::string("102030x"));
     QCOMPARE(Text(1, 2) + Text(4, 2), std::string("32"));
     w.UndoStack()->undo();
     QCOMPARE(Text(1, 1), std::string("30"));
+    // The selected cells only, descending: column B stays.
+    dialog.findChildren<QRadioButton*>().at(1)->setChecked(true);
+    QCOMPARE(dialog.KeyBox(0)->count(), 1);
+    dialog.OrderBox(0)->setCurrentIndex(1);
+    w.Sort(dialog.Block(), dialog.Keys());
+    QCOMPARE(Text(1, 1) + Text(4, 1) + Text(1, 2), std::string("30x1"));
+    w.UndoStack()->undo();
 
     gui::FindWorkSheet find([&] { return &w; });
     find.FindText()->setText(QStringLiteral("0"));

@@ -78,21 +78,52 @@ TEST(SheetEditor, DeleteRowsReturnsRemovedCellsAndAnnouncesBeforeAndAfter) {
 TEST(PlanSort, NumbersBeforeTextsEmptiesLastRowsMoveWhole) {
   Worksheet sheet = SheetOf({{"10", "a"}, {"x", "b"}, {"", "c"}, {"2.5", "d"}, {"1e1", "e"}, {"-3", "f"}});
   SheetEditor editor(sheet);
-  editor.Apply(PlanSort(sheet, {1, 1, 6, 2}, 1, true));
+  editor.Apply(PlanSort(sheet, {1, 1, 6, 2}, {{1, true}}));
   EXPECT_EQ(Column(sheet, 1, 6), (std::vector<std::string>{"-3", "2.5", "10", "1e1", "x", ""}));
   // Equal keys 10 and 1e1 keep their order; the second column moved along.
   EXPECT_EQ(Column(sheet, 2, 6), (std::vector<std::string>{"f", "d", "a", "e", "b", "c"}));
-  editor.Apply(PlanSort(sheet, {1, 1, 6, 2}, 1, false));
+  editor.Apply(PlanSort(sheet, {1, 1, 6, 2}, {{1, false}}));
   EXPECT_EQ(Column(sheet, 1, 6), (std::vector<std::string>{"10", "1e1", "2.5", "-3", "x", ""}));
 }
 
 TEST(PlanSort, CellsOutsideTheBlockStay) {
   Worksheet sheet = SheetOf({{"3", "z"}, {"1", "y"}, {"2", "x"}});
-  const auto edits = PlanSort(sheet, {1, 1, 3, 1}, 1, true);
+  const auto edits = PlanSort(sheet, {1, 1, 3, 1}, {{1, true}});
   SheetEditor editor(sheet);
   editor.Apply(edits);
   EXPECT_EQ(Column(sheet, 1, 3), (std::vector<std::string>{"1", "2", "3"}));
   EXPECT_EQ(Column(sheet, 2, 3), (std::vector<std::string>{"z", "y", "x"}));
+}
+
+TEST(PlanSort, FurtherKeysOrderRowsTheEarlierOnesFindEqual) {
+  // Operator, then measurement descending, then part: the third key only
+  // breaks the tie of two rows equal in both.
+  Worksheet sheet = SheetOf({{"B", "2", "p1"}, {"A", "5", "p2"}, {"B", "7", "p3"}, {"A", "5", "p0"}, {"A", "", "p4"}});
+  SheetEditor editor(sheet);
+  editor.Apply(PlanSort(sheet, {1, 1, 5, 3}, {{1, true}, {2, false}, {3, true}}));
+  EXPECT_EQ(Column(sheet, 3, 5), (std::vector<std::string>{"p0", "p2", "p4", "p3", "p1"}));
+}
+
+TEST(SortRegion, WidensToNeighbouringColumnsWithDataInTheBlocksRows) {
+  // Columns A to C hold data, D is empty, E holds data again; F holds data
+  // only below the block's rows.
+  Worksheet sheet = SheetOf({{"1", "a", "x", "", "e"}, {"2", "b", "y", "", "f"}, {"", "", "", "", "", "far"}});
+  const struct {
+    CellBlock block;
+    CellBlock region;
+  } cases[] = {
+      {{1, 2, 2, 2}, {1, 1, 2, 3}},   // B1:B2 -> A1:C2
+      {{1, 1, 2, 1}, {1, 1, 2, 3}},   // A1:A2 -> A1:C2
+      {{1, 5, 2, 5}, {1, 5, 2, 5}},   // E1:E2 stands alone
+      {{1, 4, 2, 4}, {1, 1, 2, 5}},   // the empty D1:D2 joins both sides
+      {{5, 1, 9, 1}, {5, 1, 9, 1}},   // below the data: nothing to join
+  };
+  for (const auto& c : cases) {
+    const CellBlock region = SortRegion(sheet, c.block);
+    EXPECT_EQ(std::tuple(region.top, region.left, region.bottom, region.right),
+              std::tuple(c.region.top, c.region.left, c.region.bottom, c.region.right))
+        << c.block.top << "," << c.block.left;
+  }
 }
 
 TEST(Find, WalksAlongRowsWrapsAndHonoursOptions) {
