@@ -1,10 +1,5 @@
 #include "gui/main_window.h"
 
-#include <QCoreApplication>
-#include <QDateTime>
-#include <QDir>
-#include <QStandardPaths>
-
 #include <QApplication>
 #include <QClipboard>
 #include <QCloseEvent>
@@ -14,6 +9,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QHeaderView>
 #include <QInputDialog>
 #include <QMdiSubWindow>
 #include <QMenuBar>
@@ -400,7 +396,49 @@ ResultWindowWidget* MainWindow::OpenResultWindow(shell::ResultWindow window) {
   return widget;
 }
 
+// Right-click menus offer what the Edit and Graph menus offer for the thing
+// under the cursor: cells and headers of a worksheet, charts of a result
+// window.
+void MainWindow::AddContextMenus(QWidget* widget) {
+  const auto tools = [this](std::initializer_list<const char*> keys) {
+    QList<QAction*> actions;
+    for (const char* key : keys) {
+      if (!key) {
+        auto* separator = new QAction(this);
+        separator->setSeparator(true);
+        actions << separator;
+      } else if (QAction* tool = Tool(QString::fromLatin1(key))) {
+        actions << tool;
+      }
+    }
+    return actions;
+  };
+  if (auto* sheet = qobject_cast<WorksheetWindow*>(widget)) {
+    const QList<QAction*> actions = tools({"mnuCut", "mnuCopy", "mnuPaste", "mnuDel", nullptr, "mnuInsertRow",
+                                           "mnuInsertCol", "mnuDelRow", "mnuDelCol", nullptr, "mnuSort"});
+    for (QWidget* target : {static_cast<QWidget*>(sheet->View()), static_cast<QWidget*>(sheet->View()->horizontalHeader()),
+                            static_cast<QWidget*>(sheet->View()->verticalHeader())}) {
+      target->setContextMenuPolicy(Qt::ActionsContextMenu);
+      target->addActions(actions);
+    }
+  } else if (auto* result = qobject_cast<ResultWindowWidget*>(widget)) {
+    for (ChartView* chart : result->Charts()) {
+      auto* copy_image = new QAction(QStringLiteral("Copy Image"), chart);
+      copy_image->setObjectName(QStringLiteral("miCopyImage"));
+      connect(copy_image, &QAction::triggered, chart, [chart] { QApplication::clipboard()->setPixmap(chart->toPixmap()); });
+      auto* reset_view = new QAction(QStringLiteral("Reset View"), chart);
+      reset_view->setObjectName(QStringLiteral("miResetView"));
+      connect(reset_view, &QAction::triggered, chart, [chart] { chart->Draw(chart->Description()); });
+      chart->setContextMenuPolicy(Qt::ActionsContextMenu);
+      chart->addAction(copy_image);
+      chart->addActions(tools({"mnuGraphSave", "mnuChartDataCopy", "mnuChartPrint", "mnuChartProperty"}));
+      chart->addAction(reset_view);
+    }
+  }
+}
+
 QMdiSubWindow* MainWindow::AddChild(QWidget* widget) {
+  AddContextMenus(widget);
   const QSize wanted = widget->size();
   QMdiSubWindow* sub = mdi_->addSubWindow(widget);
   sub->setAttribute(Qt::WA_DeleteOnClose);

@@ -97,6 +97,7 @@ class MainWindow : public QMainWindow {
   // active window.
   void UpdateGivenLimitsTool();
   QMdiSubWindow* AddChild(QWidget* widget);
+  void AddContextMenus(QWidget* widget);
   void ColorTool(QAction* tool);
   QString ChooseFile(bool save, const QString& filter);
   void SaveChartPicture();

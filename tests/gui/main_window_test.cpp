@@ -1,4 +1,6 @@
 #include <QAbstractButton>
+#include <QClipboard>
+#include <QHeaderView>
 #include <QTimer>
 #include <QMdiSubWindow>
 #include <QMenu>
@@ -257,6 +259,32 @@ class MainWindowTest : public QObject {
     QVERIFY(subs[0]->geometry().bottom() < subs[1]->geometry().top());
     window_->ToolClick(QStringLiteral("mnuTileV"));
     QVERIFY(subs[0]->geometry().right() < subs[1]->geometry().left());
+  }
+
+  void rightClickMenusOfferTheToolsOfWhatIsUnderTheCursor() {
+    const auto names = [](QWidget* widget) {
+      QStringList keys;
+      for (QAction* action : widget->actions())
+        if (!action->isSeparator()) keys << action->objectName();
+      return keys;
+    };
+    gui::WorksheetWindow* sheet = OpenExample("individuals.csv", 1, 1, 40, 1);
+    const QStringList cells{"mnuCut", "mnuCopy", "mnuPaste", "mnuDel", "mnuInsertRow",
+                            "mnuInsertCol", "mnuDelRow", "mnuDelCol", "mnuSort"};
+    QCOMPARE(names(sheet->View()), cells);
+    QCOMPARE(names(sheet->View()->horizontalHeader()), cells);
+    QCOMPARE(sheet->View()->verticalHeader()->contextMenuPolicy(), Qt::ActionsContextMenu);
+    window_->ToolClick(QStringLiteral("mnuC"));
+    gui::ChartView* chart = window_->ActiveResultWindow()->Charts().front();
+    QCOMPARE(names(chart), (QStringList{"miChartGivenLimits", "miCopyImage", "mnuGraphSave", "mnuChartDataCopy",
+                                        "mnuChartPrint", "mnuChartProperty", "miResetView"}));
+    // A zoomed chart comes back to its whole range.
+    const QCPRange whole = chart->xAxis->range();
+    chart->xAxis->setRange(3, 4);
+    chart->findChild<QAction*>(QStringLiteral("miResetView"))->trigger();
+    QCOMPARE(chart->xAxis->range(), whole);
+    chart->findChild<QAction*>(QStringLiteral("miCopyImage"))->trigger();
+    QVERIFY(!QApplication::clipboard()->image().isNull());
   }
 
   void aChartFailureShowsOnlyItsOwnMessage() {
