@@ -31,7 +31,7 @@ CpkForm::CpkForm(const CpkSettings& previous) : DialogModel("CpkForm", "Process 
   AddOptionButton("SubYes", "subgroups", previous.UseSubgroups).caption = "Subgroups";
   AddOptionButton("SubNo", "subgroups", !previous.UseSubgroups).caption = "No subgroups (moving range)";
   AddTextBox("Subsize", std::to_string(previous.SubgroupSize)).caption = "Subgroup size";
-  AddCommandButton("UpDown", "+");
+  AddCommandButton("UpDown", "Subgroup size + 1");
   AddCommandButton("CpkOk", "OK");
   AddCommandButton("CpkCancle", "Cancel");
   UpdateEnabling();

@@ -44,7 +44,7 @@ class PnSubForm : public shell::DialogModel {
   using Parameters = NpSampleSize;
 
   explicit PnSubForm(double floor = 0.0) : shell::DialogModel("PnSubForm", "Sample Size"), floor_(floor) {
-    AddTextBox("Pntxt");
+    AddTextBox("Pntxt").caption = "Sample size (n)";
     AddCommandButton("PnOk", "OK");
     AddCommandButton("PnCancle", "Cancel");
   }

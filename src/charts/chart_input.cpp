@@ -28,8 +28,8 @@ std::optional<Subgroups> ReadSubgroups(const worksheet::Worksheet& sheet, const 
 }
 
 SubgroupSelection::SubgroupSelection() : shell::DialogModel("Selection", "Subgroup Selection") {
-  AddTextBox("FirstColtxt");
-  AddTextBox("LastColtxt");
+  AddTextBox("FirstColtxt").caption = "First column";
+  AddTextBox("LastColtxt").caption = "Last column";
   AddCommandButton("CmdOk", "OK");
   AddCommandButton("CmdCancel", "Cancel");
 }

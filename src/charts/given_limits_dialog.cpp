@@ -13,8 +13,13 @@ GivenLimitsDialog::GivenLimitsDialog(int chart_count)
       chart_count_(chart_count) {
   AddOptionButton("AnalysisOpt", "source", true).caption = "Limits from the data";
   AddOptionButton("ControlOpt", "source").caption = "Given limits";
+  // Labelled "UCL", or "Chart 1 UCL" when the window has two charts.
   for (int chart = 0; chart < chart_count_; ++chart)
-    for (const char* limit : {"UCL", "CL", "LCL"}) AddTextBox(BoxName(limit, chart)).enabled = false;
+    for (const char* limit : {"UCL", "CL", "LCL"}) {
+      shell::DialogControl& box = AddTextBox(BoxName(limit, chart));
+      box.enabled = false;
+      box.caption = (chart_count_ == 1 ? "" : "Chart " + std::to_string(chart + 1) + " ") + limit;
+    }
   AddCommandButton("Okay", "OK");
   AddCommandButton("Cancel", "Cancel");
 }

@@ -19,8 +19,10 @@ bool IsOkButton(const std::string& name) {
   const QString n = QString::fromStdString(name).toLower();
   return n.endsWith(QStringLiteral("ok")) || n.endsWith(QStringLiteral("okay"));
 }
+// Some forms spell their cancel button "Cancle" (CpkCancle, PnCancle).
 bool IsCancelButton(const std::string& name) {
-  return QString::fromStdString(name).toLower().contains(QStringLiteral("cancel"));
+  const QString n = QString::fromStdString(name).toLower();
+  return n.contains(QStringLiteral("cancel")) || n.contains(QStringLiteral("cancle"));
 }
 
 }  // namespace

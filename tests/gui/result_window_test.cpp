@@ -1,5 +1,7 @@
 #include <QCheckBox>
 #include <QElapsedTimer>
+#include <QFormLayout>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -8,6 +10,7 @@
 #include <QTest>
 
 #include "charts/control_form.h"
+#include "commands/command_registry.h"
 #include "gui/chart_view.h"
 #include "gui/model_dialog.h"
 #include "gui/result_window_widget.h"
@@ -281,6 +284,28 @@ class ResultWindowTest : public QObject {
     emit upper->editingFinished();
     QCOMPARE(model.Control("Uppertxt").text, std::string("12.5"));
     QCOMPARE(upper->text(), QStringLiteral("12.5"));
+  }
+
+  // Every registered dialog shows one OK and one Cancel button and a label
+  // beside each text box.
+  void everyDialogLabelsItsBoxesAndHasOneOkAndOneCancel() {
+    RecordingHost host;
+    for (const shell::DialogDeclaration& declaration : commands::Dialogs()) {
+      const std::unique_ptr<shell::DialogModel> model = declaration.make();
+      gui::ModelDialog dialog(*model, host);
+      const char* name = declaration.name.data();
+      int ok = 0, cancel = 0;
+      for (QPushButton* button : dialog.findChildren<QPushButton*>()) {
+        ok += button->text() == QLatin1String("OK") || button->text() == QLatin1String("&OK");
+        cancel += button->text() == QLatin1String("Cancel") || button->text() == QLatin1String("&Cancel");
+      }
+      QVERIFY2(ok == 1 && cancel == 1, name);
+      auto* form = dialog.findChild<QFormLayout*>();
+      for (QLineEdit* edit : dialog.findChildren<QLineEdit*>()) {
+        auto* label = form ? qobject_cast<QLabel*>(form->labelForField(edit)) : nullptr;
+        QVERIFY2(label && !label->text().isEmpty(), qPrintable(QString::fromLatin1(name) + " " + edit->objectName()));
+      }
+    }
   }
 
   void okStaysOpenOnRefusalAndCancelWritesItsLine() {
