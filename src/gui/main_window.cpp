@@ -9,6 +9,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QActionGroup>
 #include <QHeaderView>
 #include <QInputDialog>
 #include <QMdiSubWindow>
@@ -49,6 +50,16 @@ const std::pair<const char*, const char*> kStandardBar[] = {
     {"mnuNew", "New"},   {"mnuOpen", "Open"},   {"mnuPrint", "Print"},  {nullptr, nullptr},
     {"mnuCut", "Cut"},   {"mnuCopy", "Copy"},   {"mnuPaste", "Paste"},  {nullptr, nullptr},
     {"mnuHistogram", "Hist"}, {"mnuBarX-R", "X-R"}, {"mnuPCR", "Cpk"}, {"mnuBasicStat", "Stat"}};
+
+// Tools drawn with the desktop icon theme's pictures where it has them.
+const std::pair<const char*, const char*> kThemeIcons[] = {
+    {"mnuNew", "document-new"},        {"mnuOpen", "document-open"},        {"mnuSave", "document-save"},
+    {"mnuSaveAs", "document-save-as"}, {"mnuPrint", "document-print"},      {"mnuCut", "edit-cut"},
+    {"mnuCopy", "edit-copy"},          {"mnuPaste", "edit-paste"},          {"mnuDel", "edit-clear"},
+    {"mnuFind", "edit-find"},          {"mnuReplace", "edit-find-replace"}, {"miUndo", "edit-undo"},
+    {"miRedo", "edit-redo"},           {"mnuBold", "format-text-bold"},     {"mnuItalic", "format-text-italic"},
+    {"mnuUnderline", "format-text-underline"}, {"mnuLeft", "format-justify-left"},
+    {"mnuCenter", "format-justify-center"},    {"mnuRight", "format-justify-right"}, {"mnuExit", "application-exit"}};
 
 // A small icon drawn from text, for tools that have no picture of their own.
 QIcon TextIcon(const QString& text, const QFont& font, const QColor& color = QColor(20, 40, 110)) {
@@ -110,6 +121,7 @@ MainWindow::MainWindow() : host_(*this) {
   history->setText(QStringLiteral("&History Window"));
   menus_.value(QStringLiteral("mnuView"))->addAction(history);
   CreateWindowCommands();
+  ListWindowsInWindowMenu();
   project_ = std::make_unique<ProjectActions>(*this);
   project_->RegisterCommands();
   SetDocumentMenusEnabled(false);
@@ -284,6 +296,19 @@ void MainWindow::CreateBars() {
     bar_format_->addAction(action);
     tools_.insert(action->objectName(), action);
   }
+  // Pictures of the desktop theme replace the drawn letters where the theme
+  // has them (Adwaita when the desktop names none).
+  QIcon::setFallbackThemeName(QStringLiteral("Adwaita"));
+  for (const auto& [key, name] : kThemeIcons) {
+    const QIcon themed = QIcon::fromTheme(QString::fromLatin1(name));
+    if (QAction* action = tools_.value(QString::fromLatin1(key)); action && !themed.isNull()) action->setIcon(themed);
+  }
+  // Every tool tells its name and shortcut when the pointer rests on it.
+  for (QAction* action : std::as_const(tools_)) {
+    QString tip = action->text().remove(QLatin1Char('&'));
+    if (!action->shortcut().isEmpty()) tip += QStringLiteral(" (%1)").arg(action->shortcut().toString(QKeySequence::NativeText));
+    action->setToolTip(tip);
+  }
   bar_standard_->toggleViewAction()->setObjectName(QStringLiteral("miVStandardToolbar"));
   bar_format_->toggleViewAction()->setObjectName(QStringLiteral("miVFormatToolbar"));
   tools_.insert(QStringLiteral("miVStandardToolbar"), bar_standard_->toggleViewAction());
@@ -292,6 +317,29 @@ void MainWindow::CreateBars() {
           &QAction::setChecked);
   connect(bar_format_->toggleViewAction(), &QAction::toggled, tools_.value(QStringLiteral("mnuFormatToolbar")),
           &QAction::setChecked);
+}
+
+// The Window menu ends with the open windows, the active one checked;
+// choosing one brings it to the front.
+void MainWindow::ListWindowsInWindowMenu() {
+  QMenu* menu = menus_.value(QStringLiteral("mnuWindow"));
+  auto* listed = new QActionGroup(menu);
+  connect(menu, &QMenu::aboutToShow, this, [this, menu, listed] {
+    for (QAction* action : listed->actions()) {
+      menu->removeAction(action);
+      delete action;
+    }
+    const QList<QMdiSubWindow*> subs = mdi_->subWindowList(QMdiArea::CreationOrder);
+    for (int i = 0; i < subs.size(); ++i) {
+      QMdiSubWindow* sub = subs[i];
+      auto* action = new QAction(QStringLiteral("&%1 %2").arg(i + 1).arg(sub->windowTitle()), listed);
+      action->setCheckable(true);
+      action->setChecked(sub == mdi_->activeSubWindow());
+      connect(action, &QAction::triggered, this, [this, sub] { mdi_->setActiveSubWindow(sub); });
+      if (i == 0) menu->addSeparator()->setActionGroup(listed);
+      menu->addAction(action);
+    }
+  });
 }
 
 void MainWindow::SetDocumentMenusEnabled(bool enabled) {

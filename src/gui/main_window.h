@@ -98,6 +98,7 @@ class MainWindow : public QMainWindow {
   void UpdateGivenLimitsTool();
   QMdiSubWindow* AddChild(QWidget* widget);
   void AddContextMenus(QWidget* widget);
+  void ListWindowsInWindowMenu();
   void ColorTool(QAction* tool);
   QString ChooseFile(bool save, const QString& filter);
   void SaveChartPicture();

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QColorDialog>
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QInputDialog>
@@ -140,6 +141,8 @@ void MainWindow::SaveChartPicture() {
   if (!SaveChart(*result->ActiveChart(), path))
     host_.ShowMessage({"Information", "The picture could not be saved to " + path.toStdString(),
                        shell::MessageIcon::Exclamation, shell::MessageButtons::Ok});
+  else
+    statusBar()->showMessage(QStringLiteral("Saved the picture to %1").arg(QDir::toNativeSeparators(path)), 8000);
 }
 
 void MainWindow::PrintActiveWorksheet() {

@@ -262,6 +262,7 @@ bool ProjectActions::OpenProject(const QString& path) {
   if (!MayDropSession()) return false;
   Restore(std::move(project));
   MarkSaved(QFileInfo(path).absoluteFilePath());
+  window_.statusBar()->showMessage(QStringLiteral("Saved %1").arg(QDir::toNativeSeparators(path_)), kStatusTimeout);
   return true;
 }
 
@@ -282,6 +283,7 @@ bool ProjectActions::SaveTo(const QString& path) {
     return false;
   }
   MarkSaved(QFileInfo(path).absoluteFilePath());
+  window_.statusBar()->showMessage(QStringLiteral("Saved %1").arg(QDir::toNativeSeparators(path_)), kStatusTimeout);
   return true;
 }
 
@@ -411,6 +413,7 @@ bool ProjectActions::Export(const QString& path) {
   try {
     if (formats::DataFileKindOf(file) == formats::DataFileKind::Xlsx) {
       formats::WriteXlsx(file, {&sheet}, true);
+      ShowExported(path);
       return true;
     }
     // Written beside the target and renamed when complete, so a failed
@@ -430,7 +433,15 @@ bool ProjectActions::Export(const QString& path) {
     ShowFailure(error.what());
     return false;
   }
+  ShowExported(path);
   return true;
+}
+
+void ProjectActions::ShowExported(const QString& path) {
+  const QString sheet = window_.ActiveWorksheetWindow() ? window_.ActiveWorksheetWindow()->windowTitle() : QString();
+  window_.statusBar()->showMessage(
+      QStringLiteral("Exported %1 to %2").arg(sheet, QDir::toNativeSeparators(QFileInfo(path).absoluteFilePath())),
+      kStatusTimeout);
 }
 
 void ProjectActions::DatabaseImport() {

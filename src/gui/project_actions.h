@@ -106,6 +106,9 @@ class ProjectActions : public QObject {
   std::optional<ImportChoice> ChooseImport(const QString& path, const std::vector<std::string>& sheets);
   void ImportCommand();
   void ExportCommand();
+  void ShowExported(const QString& path);
+  // How long the status bar tells of a save or an export, in milliseconds.
+  static constexpr int kStatusTimeout = 8000;
   void OpenCommand();
 
   MainWindow& window_;

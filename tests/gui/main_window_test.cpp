@@ -125,6 +125,17 @@ class MainWindowTest : public QObject {
     window_->ToolClick(QStringLiteral("mnuNew"));
     QCOMPARE(OpenTitles(), (QStringList{"WorkSheet 1", "WorkSheet 3", "WorkSheet 4"}));
     QVERIFY(LogText().endsWith(QStringLiteral("\r\nWorkSheet 4 generation is completed")));
+    // The Window menu lists them, the active one checked.
+    QMenu* menu = window_->findChild<QMenu*>(QStringLiteral("mnuWindow"));
+    emit menu->aboutToShow();
+    emit menu->aboutToShow();  // listed once however often it opens
+    QStringList listed;
+    for (QAction* action : menu->actions())
+      if (action->isCheckable()) listed << action->text() + (action->isChecked() ? "*" : "");
+    QCOMPARE(listed, (QStringList{"&1 WorkSheet 1", "&2 WorkSheet 3", "&3 WorkSheet 4*"}));
+    QCOMPARE(window_->Tool(QStringLiteral("mnuNew"))->toolTip(),
+             window_->Tool(QStringLiteral("mnuNew"))->text().remove('&') + " (" +
+                 QKeySequence(QKeySequence::New).toString(QKeySequence::NativeText) + ")");
   }
 
   void closingASheetWithDataAsksFirst() {

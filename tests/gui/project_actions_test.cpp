@@ -2,6 +2,7 @@
 #include <unistd.h>
 
 #include <QMdiSubWindow>
+#include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
 #include <fstream>
@@ -96,6 +97,7 @@ class ProjectActionsTest : public QObject {
     chosen_file_ = Path(QStringLiteral("session"));  // the extension is added
     window_->ToolClick(QStringLiteral("mnuSave"));
     QVERIFY(QFileInfo::exists(Path(QStringLiteral("session.orv"))));
+    QCOMPARE(window_->statusBar()->currentMessage(), QStringLiteral("Saved ") + Path(QStringLiteral("session.orv")));
     QVERIFY(!window_->Projects().IsModified());
     const formats::Project saved = window_->Projects().CurrentProject();
     QVERIFY(asked_.empty());
@@ -308,6 +310,8 @@ class ProjectActionsTest : public QObject {
       QCOMPARE(back.DataRowCnt(), 2L);
       for (long row = 1; row <= 2; ++row)
         for (long col = 1; col <= 2; ++col) QCOMPARE(back.Text(row, col), sheet->Sheet().Text(row, col));
+      QCOMPARE(window_->statusBar()->currentMessage(),
+               QStringLiteral("Exported WorkSheet 1 to ") + QFileInfo(QString::fromStdString(written)).absoluteFilePath());
     }
   }
 
