@@ -2,7 +2,10 @@
 
 #include "charts/chart_input.h"
 #include "charts/control_charts.h"
+#include "charts/cusum_chart.h"
+#include "charts/ewma_chart.h"
 #include "charts/given_limits_dialog.h"
+#include "charts/moving_average_chart.h"
 
 namespace orvik::charts {
 
@@ -31,6 +34,15 @@ CommandDeclaration Chart(std::string_view key, std::string_view caption, shell::
           .givenLimitSets = charts};
 }
 
+// A chart whose limits follow from the target and sigma of its own dialog
+// and change from point to point (CUSUM, EWMA, MA): it offers no given
+// limits, which are program-wide and set for Shewhart charts of another
+// scale. EWMA and MA windows add the range chart for subgroups.
+CommandDeclaration TimeWeightedChart(CommandDeclaration chart) {
+  chart.givenLimitSets = 0;
+  return chart;
+}
+
 }  // namespace
 
 std::vector<CommandDeclaration> ChartCommands() {
@@ -46,9 +58,9 @@ std::vector<CommandDeclaration> ChartCommands() {
       Chart("mnuPn", "np Chart", PnView, 1, kBoth, {"PnSubForm"}),
       Chart("mnuC", "c Chart", CView, 1, kLower),
       Chart("mnuU", "u Chart", nullptr, 1, kLower),
-      Chart("mnuCUSUM", "CUSUM Chart", nullptr, 1, kUpper),
-      Chart("mnuEWMA", "EWMA Chart", nullptr, 1, kLower),
-      Chart("mnuMA", "MA Chart", nullptr, 1, kLower),
+      TimeWeightedChart(Chart("mnuCUSUM", "CUSUM Chart", CUSUMView, 1, kUpper, {"CUSUMForm"})),
+      TimeWeightedChart(Chart("mnuEWMA", "EWMA Chart", EWMAView, 2, kLower, {"EWMAForm"})),
+      TimeWeightedChart(Chart("mnuMA", "MA Chart", MAView, 2, kLower, {"MAForm"})),
       Chart("mnuCV", "CV Chart", nullptr, 1, kUpper),
   };
 }
@@ -59,6 +71,9 @@ std::vector<shell::DialogDeclaration> ChartDialogs() {
       {"ControlTwoLimit", MakeControlTwoLimit, true},
       {"Selection", MakeSubgroupSelection},
       {"PnSubForm", MakePnSubForm},
+      {"CUSUMForm", MakeCUSUMForm},
+      {"EWMAForm", MakeEWMAForm},
+      {"MAForm", MakeMAForm},
   };
 }
 

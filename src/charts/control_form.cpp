@@ -75,26 +75,25 @@ void DrawChart(const ControlChart& chart, shell::ChartSeries& series) {
   }
 }
 
-namespace {
+shell::GridColumn CodeColumn(const std::vector<CodeMask>& codes, std::size_t count) {
+  // Each code's text is made once; a point's cell holds its code's bits.
+  std::vector<std::string> texts(kCodeMaskCount);
+  std::vector<std::uint32_t> indices(count, 0);
+  for (std::size_t i = 0; i < std::min(count, codes.size()); ++i) {
+    const CodeMask mask = codes[i];
+    if (mask != 0 && texts[mask].empty()) texts[mask] = CodeText(mask);
+    indices[i] = mask;
+  }
+  return shell::GridColumn::Coded(std::move(indices), std::move(texts));
+}
 
-// The five grid columns of one chart from row `first_row` on: its values as
-// the chart plots them, rounded for display, the three limits repeated down
-// the grid and the out-of-control codes.
 void AppendChartColumns(const ControlChart& chart, std::size_t first_row, std::vector<shell::GridColumn>& block) {
   const std::size_t count = chart.values.size();
   block.push_back(shell::GridColumn::Numbers(chart.values, shell::NumberDisplay::RoundedTo(chart.valueDecimals))
                       .StartingAt(first_row));
   for (const double limit : {chart.limits.UCL, chart.limits.CL, chart.limits.LCL})
     block.push_back(shell::GridColumn::Repeated(FormatNumber(limit), count).StartingAt(first_row));
-  // Each code's text is made once; a point's cell holds its code's bits.
-  std::vector<std::string> texts(kCodeMaskCount);
-  std::vector<std::uint32_t> indices(count, 0);
-  for (std::size_t i = 0; i < std::min(count, chart.codes.size()); ++i) {
-    const CodeMask mask = chart.codes[i];
-    if (mask != 0 && texts[mask].empty()) texts[mask] = CodeText(mask);
-    indices[i] = mask;
-  }
-  block.push_back(shell::GridColumn::Coded(std::move(indices), std::move(texts)).StartingAt(first_row));
+  block.push_back(CodeColumn(chart.codes, count).StartingAt(first_row));
 }
 
 void AppendLegend(shell::ResultTable& table, const std::string& heading, std::size_t width) {
@@ -109,8 +108,6 @@ void AppendLegend(shell::ResultTable& table, const std::string& heading, std::si
   table.AddRow(legend_row(heading), blue);
   for (const char* line : kLegendLines) table.AddRow(legend_row(line));
 }
-
-}  // namespace
 
 shell::ResultTable OneChartTable(const ControlChart& chart) {
   shell::ResultTable table;
@@ -174,6 +171,11 @@ std::optional<std::string> PointInformation(const shell::ResultWindow& window, c
     const auto i = static_cast<std::size_t>(point_number - 1);
     // A series without its own x values is numbered 1, 2, 3, ... as drawn.
     const double number = i < points.x.size() ? points.x[i] : static_cast<double>(point_number);
+    // The CUSUM chart draws C+ and -C- as its first two series and answers
+    // with both sums.
+    if (window.title == kCusumWindowTitle && chart.series.size() > 1 && i < chart.series[1].y.size())
+      return "Number: " + FormatNumber(number) + " | C+: " + FormatNumber(points.y[i]) +
+             " | C-: " + FormatNumber(0.0 - chart.series[1].y[i]);
     return "Number: " + FormatNumber(number) + " | Value: " + FormatNumber(points.y[i]);
   }
   return std::nullopt;

@@ -48,6 +48,16 @@ std::string LimitLabel(const std::string& prefix, double limit, int decimals);
 // points, x axis "Sample").
 void DrawChart(const ControlChart& chart, shell::ChartSeries& series);
 
+// The grid column of out-of-control codes of `count` points.
+shell::GridColumn CodeColumn(const std::vector<CodeMask>& codes, std::size_t count);
+// The five grid columns of one chart from row `first_row` on: its values as
+// the chart plots them, rounded for display, the three limits repeated down
+// the grid and the out-of-control codes.
+void AppendChartColumns(const ControlChart& chart, std::size_t first_row, std::vector<shell::GridColumn>& block);
+// The thirteen rows under the data: an empty row, `heading` in blue and the
+// eleven code lines, each in the first of `width` cells.
+void AppendLegend(shell::ResultTable& table, const std::string& heading, std::size_t width);
+
 // The result grid of a one-chart window: statistic, "UCL", "CL", "LCL",
 // "Out-of-control Code", one row per point, then the legend.
 shell::ResultTable OneChartTable(const ControlChart& chart);
@@ -66,6 +76,8 @@ shell::ResultWindow TwoChartWindow(const std::string& title, const std::string& 
 // point: "Number: 3 | Value: 25.001". Windows show it only on the charts
 // `answers` names (the declaration of the command that made the window);
 // for other charts (and points out of range) the result is empty.
+// The CUSUM window answers "Number: 3 | C+: 1.5 | C-: 0" instead.
+inline constexpr const char* kCusumWindowTitle = "CUSUM control chart";
 std::optional<std::string> PointInformation(const shell::ResultWindow& window, const std::string& chart_name,
                                             long point_number, const shell::PointAnswers& answers);
 
