@@ -18,10 +18,10 @@ class CUSUMForm : public TimeWeightedForm {
  public:
   using Parameters = CusumParameters;
 
-  CUSUMForm() : TimeWeightedForm("CUSUMForm", "CUSUM Control Chart") {
-    AddTextBox("Ktxt", "0.5");
-    AddTextBox("Htxt", "5");
-    AddCheckBox("FIR");
+  CUSUMForm() : TimeWeightedForm("CUSUMForm", "CUSUM Control Chart", "CUSUM") {
+    AddTextBox("Ktxt", "0.5").caption = "k (reference value, in sigma)";
+    AddTextBox("Htxt", "5").caption = "h (decision interval, in sigma)";
+    AddCheckBox("FIR").caption = "Fast initial response (FIR)";
     AddButtons();
   }
 

@@ -16,9 +16,9 @@ class EWMAForm : public TimeWeightedForm {
  public:
   using Parameters = EwmaParameters;
 
-  EWMAForm() : TimeWeightedForm("EWMAForm", "EWMA Control Chart") {
-    AddTextBox("Lambdatxt", "0.2");
-    AddTextBox("Ltxt", "3");
+  EWMAForm() : TimeWeightedForm("EWMAForm", "EWMA Control Chart", "EWMA") {
+    AddTextBox("Lambdatxt", "0.2").caption = "Lambda (weight of each new point)";
+    AddTextBox("Ltxt", "3").caption = "L (width of the limits, in sigma)";
     AddButtons();
   }
 

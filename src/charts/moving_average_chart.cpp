@@ -19,9 +19,9 @@ class MAForm : public TimeWeightedForm {
  public:
   using Parameters = MovingAverageParameters;
 
-  explicit MAForm(long points = std::numeric_limits<long>::max()) : TimeWeightedForm("MAForm", "MA Control Chart"),
+  explicit MAForm(long points = std::numeric_limits<long>::max()) : TimeWeightedForm("MAForm", "MA Control Chart", "MA"),
                                                                     points_(points) {
-    AddTextBox("Spantxt", "3");
+    AddTextBox("Spantxt", "3").caption = "Span w (points averaged)";
     AddButtons();
   }
 

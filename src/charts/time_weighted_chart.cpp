@@ -5,6 +5,8 @@
 
 #include "charts/chart_input.h"
 #include "charts/chart_limits.h"
+#include "charts/control_form.h"
+#include "shell/host.h"
 #include "shell/analysis_input.h"
 #include "stats/compensated_sum.h"
 #include "stats/decimal_numbers.h"
@@ -55,11 +57,15 @@ ProcessLevel ResolveProcess(const ProcessParameters& given, const TimeWeightedDa
   return {given.target.value_or(Round(data.mean, 8)), given.sigma.value_or(data.estimatedSigma)};
 }
 
-TimeWeightedForm::TimeWeightedForm(std::string name, std::string caption)
-    : shell::DialogModel(std::move(name), std::move(caption)) {
-  AddTextBox("Targettxt");
-  AddTextBox("Sigmatxt");
+TimeWeightedForm::TimeWeightedForm(std::string name, std::string caption, std::string chart)
+    : shell::DialogModel(std::move(name), std::move(caption)), chart_(std::move(chart)) {
+  AddTextBox("Targettxt").caption = "Target (empty: the mean of the data)";
+  AddTextBox("Sigmatxt").caption = "Sigma (empty: estimated from the data)";
 }
+
+// Every control chart writes its cancel line when its dialog is cancelled,
+// these three as the others ("Cancel EWMA control chart generation").
+void TimeWeightedForm::OnCancel(shell::Host& host) { host.Log().AppendSessionLine(CancelLine(chart_)); }
 
 void TimeWeightedForm::AddButtons() {
   AddCommandButton("CmdOk", "OK");

@@ -61,7 +61,8 @@ ProcessLevel ResolveProcess(const ProcessParameters& given, const TimeWeightedDa
 // cancel line.
 class TimeWeightedForm : public shell::DialogModel {
  protected:
-  TimeWeightedForm(std::string name, std::string caption);
+  // `chart` names the chart in its cancel line.
+  TimeWeightedForm(std::string name, std::string caption, std::string chart);
   // Adds CmdOk and CmdCancel after the chart's own controls.
   void AddButtons();
   // Reads Targettxt and Sigmatxt into `out`. Text that is not a number, or
@@ -79,10 +80,12 @@ class TimeWeightedForm : public shell::DialogModel {
     }
     return number;
   }
-  void OnCancel(shell::Host& /*host*/) override {}
+  void OnCancel(shell::Host& host) override;
 
  private:
   static std::optional<double> TextNumber(const std::string& text);
+
+  std::string chart_;
 };
 
 // A chart whose limits change from point to point (EWMA, MA): its points

@@ -173,10 +173,10 @@ TEST(TimeWeightedDialogTest, ValidNumbersOnly) {
     views.at(row[0])(host);
     EXPECT_EQ(MessageTexts(host), accepted ? Lines{} : Lines{"Please, input valid numerical data"});
     EXPECT_EQ(host.Windows().size(), accepted ? 1u : 0u);
-    // Giving up after a refusal cancels the dialog, which writes no line.
+    // Giving up after a refusal cancels the dialog, which writes the cancel line.
     const std::string name = names.at(row[0]);
     Lines log = {name + " control chart generation is starting"};
-    if (accepted) log.push_back(name + " control chart generation is completed");
+    log.push_back(accepted ? name + " control chart generation is completed" : "Cancel " + name + " control chart generation");
     EXPECT_EQ(LogLines(host), log);
   }
 }
@@ -203,7 +203,8 @@ TEST(TimeWeightedInputTest, RefusalsBeforeTheStartingLine) {
   }
   auto cancelled = SheetHost(kFive, "A1:A5", {}, {"CUSUMForm"});
   CUSUMView(cancelled);
-  EXPECT_EQ(LogLines(cancelled), Lines{"CUSUM control chart generation is starting"});
+  EXPECT_EQ(LogLines(cancelled),
+            (Lines{"CUSUM control chart generation is starting", "Cancel CUSUM control chart generation"}));
   EXPECT_TRUE(cancelled.Windows().empty());
 }
 
