@@ -1,5 +1,7 @@
 #include "gui/chart_view.h"
 
+#include <QPdfWriter>
+
 #include <QFileInfo>
 #include <QSvgGenerator>
 #include <algorithm>
@@ -40,6 +42,13 @@ QVector<double> XValues(const shell::PlotSeries& series, std::size_t count) {
 
 }  // namespace
 
+QFont ChartFont(int pixels, bool bold) {
+  QFont font(QStringLiteral("Arial"));
+  font.setPixelSize(pixels);
+  font.setBold(bold);
+  return font;
+}
+
 ChartView::ChartView(const shell::ChartSeries& chart, PointInfoSource point_info, QWidget* parent)
     : QCustomPlot(parent), point_info_(std::move(point_info)) {
   setObjectName(QString::fromStdString(chart.name));
@@ -49,6 +58,17 @@ ChartView::ChartView(const shell::ChartSeries& chart, PointInfoSource point_info
   connect(this, &QCustomPlot::plottableClick, this,
           [this](QCPAbstractPlottable* plottable, int index, QMouseEvent*) { OnPlottableClick(plottable, index); });
   setMinimumSize(300, 200);
+  // Text sized in pixels, so that a chart drawn onto a printer or a picture
+  // of any resolution keeps its text in proportion to its lines.
+  const QFont text = ChartFont(12);
+  setFont(text);
+  for (QCPAxis* axis : {xAxis, yAxis, xAxis2, yAxis2}) {
+    axis->setTickLabelFont(text);
+    axis->setSelectedTickLabelFont(text);
+    axis->setLabelFont(text);
+    axis->setSelectedLabelFont(text);
+  }
+  legend->setFont(text);
   // Limit lines and their labels lie beneath the series, so that they never
   // take a click meant for a point on or near them.
   addLayer(QStringLiteral("limits"), layer(QStringLiteral("main")), QCustomPlot::limBelow);
@@ -74,7 +94,7 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
   }
   if (!chart.title.empty()) {
     plotLayout()->insertRow(0);
-    auto* title = new QCPTextElement(this, QString::fromStdString(chart.title), QFont(QStringLiteral("Arial"), 11, QFont::Bold));
+    auto* title = new QCPTextElement(this, QString::fromStdString(chart.title), ChartFont(15, true));
     plotLayout()->addElement(0, 0, title);
   }
   xAxis->setLabel(QString::fromStdString(chart.xTitle));
@@ -208,6 +228,7 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
     }
     if (!line.label.empty()) {
       auto* label = new QCPItemText(this);
+      label->setFont(font());
       label->setLayer(QStringLiteral("limits"));
       label->setText(QString::fromStdString(line.label));
       label->setColor(pen.color());
@@ -244,6 +265,7 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
   int corner_labels = 0;
   for (const shell::ChartLabel& text : chart.labels) {
     auto* label = new QCPItemText(this);
+    label->setFont(font());
     label->setText(QString::fromStdString(text.text));
     if (text.x && text.y) {
       label->position->setCoords(*text.x, *text.y);
@@ -299,6 +321,7 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
   // window's record decides which charts do.
   if (point_info_ && point_info_(chart.name, 1)) {
     info_ = new QCPItemText(this);
+    info_->setFont(font());
     info_->position->setType(QCPItemPosition::ptAxisRectRatio);
     info_->position->setCoords(0.5, 0.0);
     info_->setPositionAlignment(Qt::AlignHCenter | Qt::AlignTop);
@@ -330,22 +353,65 @@ void ChartView::OnPlottableClick(QCPAbstractPlottable* plottable, int index) {
   if (found != series_of_.end() && found.value() == 0) ShowPointInfo(index + 1L);
 }
 
-bool SaveChart(QCustomPlot& chart, const QString& path) {
+QSize StackedSize(const std::vector<ChartView*>& charts) {
+  QSize size(0, 0);
+  for (const ChartView* chart : charts) {
+    size.setWidth(std::max({size.width(), chart->width(), 640}));
+    size.rheight() += std::max(chart->height(), 400);
+  }
+  return size;
+}
+
+void PaintCharts(QCPPainter& painter, const std::vector<ChartView*>& charts) {
+  const QSize size = StackedSize(charts);
+  painter.save();
+  for (ChartView* chart : charts) {
+    const int height = std::max(chart->height(), 400);
+    chart->toPainter(&painter, size.width(), height);
+    painter.translate(0, height);
+  }
+  painter.restore();
+}
+
+bool SaveCharts(const std::vector<ChartView*>& charts, const QString& path) {
+  if (charts.empty()) return false;
   const QString suffix = QFileInfo(path).suffix().toLower();
-  const int width = std::max(chart.width(), 640);
-  const int height = std::max(chart.height(), 400);
-  if (suffix == QLatin1String("png")) return chart.savePng(path, width, height);
-  if (suffix == QLatin1String("jpg") || suffix == QLatin1String("jpeg")) return chart.saveJpg(path, width, height);
-  if (suffix == QLatin1String("pdf")) return chart.savePdf(path, width, height);
+  const QSize size = StackedSize(charts);
+  if (suffix == QLatin1String("png") || suffix == QLatin1String("jpg") || suffix == QLatin1String("jpeg")) {
+    // Twice the screen's pixels, marked 192 dots per inch, for sharp prints.
+    constexpr int kScale = 2;
+    QImage image(size * kScale, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    image.setDotsPerMeterX(7559);
+    image.setDotsPerMeterY(7559);
+    QCPPainter painter(&image);
+    painter.scale(kScale, kScale);
+    PaintCharts(painter, charts);
+    painter.end();
+    return image.save(path, nullptr, 95);
+  }
+  if (suffix == QLatin1String("pdf")) {
+    // One page the size of the charts, drawn as vectors.
+    QPdfWriter writer(path);
+    writer.setResolution(96);
+    writer.setPageMargins(QMarginsF(0, 0, 0, 0));
+    writer.setPageSize(QPageSize(QSizeF(size.width() * 72.0 / 96, size.height() * 72.0 / 96), QPageSize::Point));
+    QCPPainter painter;
+    if (!painter.begin(&writer)) return false;
+    painter.setMode(QCPPainter::pmVectorized);
+    painter.setMode(QCPPainter::pmNoCaching);
+    PaintCharts(painter, charts);
+    return painter.end();
+  }
   if (suffix == QLatin1String("svg")) {
     QSvgGenerator generator;
     generator.setFileName(path);
-    generator.setSize(QSize(width, height));
-    generator.setViewBox(QRect(0, 0, width, height));
-    generator.setTitle(chart.objectName());
+    generator.setSize(size);
+    generator.setViewBox(QRect(QPoint(0, 0), size));
+    generator.setTitle(charts.front()->objectName());
     QCPPainter painter;
     if (!painter.begin(&generator)) return false;
-    chart.toPainter(&painter, width, height);
+    PaintCharts(painter, charts);
     return painter.end();
   }
   return false;

@@ -5,6 +5,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "shell/chart_series.h"
 
@@ -14,6 +15,9 @@ namespace orvik::gui {
 // series) of the chart named `chart_name`, or nothing when that chart shows
 // no point information.
 using PointInfoSource = std::function<std::optional<std::string>(const std::string& chart_name, long number)>;
+
+// The font of chart texts: sized in pixels.
+QFont ChartFont(int pixels, bool bold = false);
 
 // One chart of a result window, drawn from the core's description. It keeps
 // the description, so the chart property dialog can redraw it, and asks its
@@ -62,9 +66,15 @@ class ChartView : public QCustomPlot {
   std::vector<long> first_marked_numbers_;
 };
 
-// Saves `chart` as a picture, the format chosen by the file's extension:
-// .png, .jpg or .jpeg, .svg, .pdf. False when the file cannot be written or
-// the extension is none of these.
-bool SaveChart(QCustomPlot& chart, const QString& path);
+// The charts of a result window one above the other, as for the screen:
+// the widest chart's width and the sum of the heights, a chart not yet
+// shown counting 640 x 400.
+QSize StackedSize(const std::vector<ChartView*>& charts);
+// Draws the charts stacked into StackedSize(charts) logical pixels.
+void PaintCharts(QCPPainter& painter, const std::vector<ChartView*>& charts);
+// Saves the charts stacked as one picture, the format chosen by the file's
+// extension: .png, .jpg or .jpeg, .svg, .pdf. False when the file cannot be
+// written or the extension is none of these.
+bool SaveCharts(const std::vector<ChartView*>& charts, const QString& path);
 
 }  // namespace orvik::gui

@@ -33,7 +33,11 @@ void MainWindow::CreateWindowCommands() {
   };
   auto& c = window_commands_;
   c.insert(QStringLiteral("mnuNew"), [this] { NewWorksheet(); });
-  c.insert(QStringLiteral("mnuPrint"), [this] { PrintActiveWorksheet(); });
+  // Print prints the active window, a worksheet or a result window's charts.
+  c.insert(QStringLiteral("mnuPrint"), [this] {
+    if (ActiveResultWindow()) PrintActiveChart();
+    else PrintActiveWorksheet();
+  });
   c.insert(QStringLiteral("mnuWorkSheetPrint"), [this] { PrintActiveWorksheet(); });
   c.insert(QStringLiteral("mnuExit"), [this] { close(); });
   c.insert(QStringLiteral("mnuCut"), on_sheet([](WorksheetWindow& s) { s.Cut(); }));
@@ -134,11 +138,11 @@ void MainWindow::ColorTool(QAction* tool) {
 
 void MainWindow::SaveChartPicture() {
   ResultWindowWidget* result = ActiveResultWindow();
-  if (!result || !result->ActiveChart()) return;
+  if (!result || result->Charts().empty()) return;
   const QString path =
       ChooseFile(true, QStringLiteral("PNG picture (*.png);;JPEG picture (*.jpg);;SVG drawing (*.svg);;PDF document (*.pdf)"));
   if (path.isEmpty()) return;
-  if (!SaveChart(*result->ActiveChart(), path))
+  if (!SaveCharts(result->Charts(), path))
     host_.ShowMessage({"Information", "The picture could not be saved to " + path.toStdString(),
                        shell::MessageIcon::Exclamation, shell::MessageButtons::Ok});
   else
@@ -158,13 +162,14 @@ void MainWindow::PrintActiveWorksheet() {
 
 void MainWindow::PrintActiveChart() {
   ResultWindowWidget* result = ActiveResultWindow();
-  if (!result || !result->ActiveChart()) return;
-  ChartView* chart = result->ActiveChart();
+  if (!result || result->Charts().empty()) return;
   QPrinter printer(QPrinter::HighResolution);
-  printer.setPageOrientation(QPageLayout::Landscape);
+  const QSize size = StackedSize(result->Charts());
+  printer.setPageOrientation(size.width() > size.height() ? QPageLayout::Landscape : QPageLayout::Portrait);
   QPrintPreviewDialog preview(&printer, this);
+  preview.setWindowTitle(QStringLiteral("Print Preview - ") + result->windowTitle());
   connect(&preview, &QPrintPreviewDialog::paintRequested, this,
-          [chart](QPrinter* target) { PrintChart(*target, *chart); });
+          [result](QPrinter* target) { PrintCharts(*target, result->Charts()); });
   preview.exec();
 }
 

@@ -1,5 +1,7 @@
 #include "gui/sheet_printer.h"
 
+#include "gui/chart_view.h"
+
 #include <QPainter>
 #include <qcustomplot.h>
 
@@ -49,17 +51,17 @@ void PrintWorksheet(QPrinter& printer, const worksheet::Worksheet& sheet) {
   }
 }
 
-void PrintChart(QPrinter& printer, QCustomPlot& chart) {
+void PrintCharts(QPrinter& printer, const std::vector<ChartView*>& charts) {
   QCPPainter painter(&printer);
-  if (!painter.isActive()) return;
+  if (!painter.isActive() || charts.empty()) return;
   const QRect page = painter.viewport();
-  const int width = chart.width() > 0 ? chart.width() : 800;
-  const int height = chart.height() > 0 ? chart.height() : 500;
-  const double scale = std::min(page.width() / double(width), page.height() / double(height));
+  const QSize size = StackedSize(charts);
+  // The charts fill the page, their pixel-sized text scaled with them.
+  const double scale = std::min(page.width() / double(size.width()), page.height() / double(size.height()));
   painter.setMode(QCPPainter::pmVectorized);
   painter.setMode(QCPPainter::pmNoCaching);
   painter.scale(scale, scale);
-  chart.toPainter(&painter, width, height);
+  PaintCharts(painter, charts);
 }
 
 }  // namespace orvik::gui

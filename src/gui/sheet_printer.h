@@ -4,14 +4,16 @@
 
 #include "worksheet/worksheet.h"
 
-class QCustomPlot;
+#include <vector>
 
 namespace orvik::gui {
+
+class ChartView;
 
 // Prints the data of a worksheet (rows 1..DataRowCnt, columns 1..DataColCnt)
 // as a ruled table with its column headers, as many pages as it needs.
 void PrintWorksheet(QPrinter& printer, const worksheet::Worksheet& sheet);
-// Prints a chart scaled to the page.
-void PrintChart(QPrinter& printer, QCustomPlot& chart);
+// Prints the charts of a result window stacked, scaled to fill the page.
+void PrintCharts(QPrinter& printer, const std::vector<ChartView*>& charts);
 
 }  // namespace orvik::gui

@@ -3,6 +3,7 @@
 #include <QFormLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPrinter>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabWidget>
@@ -14,6 +15,7 @@
 #include "gui/chart_view.h"
 #include "gui/model_dialog.h"
 #include "gui/result_window_widget.h"
+#include "gui/sheet_printer.h"
 #include "gui/tool_dialogs.h"
 
 using namespace orvik;
@@ -228,20 +230,34 @@ class ResultWindowTest : public QObject {
     QVERIFY2(timer.elapsed() < 2000, qPrintable(QString::number(timer.elapsed())));
   }
 
-  void chartsSaveAsPictures() {
+  // Pictures and prints hold every chart of the window, stacked.
+  void picturesAndPrintsHoldTheWholeWindow() {
     QTemporaryDir dir;
     ResultWindowWidget widget(TwoChartWindow());
-    ChartView* chart = widget.ActiveChart();
-    QCOMPARE(chart->objectName(), QStringLiteral("ChartOne"));
+    const std::vector<ChartView*>& charts = widget.Charts();
     for (const char* name : {"c.png", "c.jpg", "c.svg", "c.pdf"}) {
       const QString path = dir.filePath(QString::fromLatin1(name));
-      QVERIFY2(gui::SaveChart(*chart, path), name);
+      QVERIFY2(gui::SaveCharts(charts, path), name);
       QVERIFY2(QFileInfo(path).size() > 500, name);
     }
-    QVERIFY(!gui::SaveChart(*chart, dir.filePath(QStringLiteral("c.doc"))));
-    QFile svg(dir.filePath(QStringLiteral("c.svg")));
-    QVERIFY(svg.open(QIODevice::ReadOnly));
-    QVERIFY(svg.readAll().contains("<svg"));
+    QVERIFY(!gui::SaveCharts(charts, dir.filePath(QStringLiteral("c.doc"))));
+    const QImage png(dir.filePath(QStringLiteral("c.png")));
+    QCOMPARE(png.size(), gui::StackedSize(charts) * 2);
+    QCOMPARE(gui::StackedSize(charts).height(), std::max(charts[0]->height(), 400) + std::max(charts[1]->height(), 400));
+    // Each half holds a chart: dark pixels of its axes and texts.
+    for (const int top : {0, png.height() / 2}) {
+      int dark = 0;
+      for (int y = top; y < top + png.height() / 2; y += 3)
+        for (int x = 0; x < png.width(); x += 3) dark += qGray(png.pixel(x, y)) < 100;
+      QVERIFY2(dark > 200, qPrintable(QString::number(top)));
+    }
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(dir.filePath(QStringLiteral("print.pdf")));
+    gui::PrintCharts(printer, charts);
+    QFile pdf(dir.filePath(QStringLiteral("print.pdf")));
+    QVERIFY(pdf.open(QIODevice::ReadOnly));
+    QCOMPARE(pdf.readAll().count("/Type /Page\n"), 1);
   }
 
   void chartPropertyChangesTitleAndGrid() {
