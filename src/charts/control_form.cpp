@@ -56,6 +56,8 @@ void DrawChart(const ControlChart& chart, shell::ChartSeries& series) {
   points.x = chart.x;
   points.y = chart.values;
   points.marked = MarkedPoints(chart.codes);
+  points.markCodes.reserve(points.marked.size());
+  for (const long number : points.marked) points.markCodes.push_back(CodeText(chart.codes[number - 1]));
   series.series.push_back(std::move(points));
   const auto line = [&series](double value, std::string label, std::optional<shell::Rgb> color, bool dashed) {
     shell::ChartLine limit;

@@ -83,6 +83,8 @@ class ByteReader {
   std::size_t Remaining() const { return bytes_.size() - pos_; }
   bool AtEnd() const { return pos_ == bytes_.size(); }
   bool Failed() const { return failed_; }
+  // The bytes not read yet.
+  std::string_view Rest() const { return bytes_.substr(pos_); }
 
  private:
   std::uint64_t Fail() {

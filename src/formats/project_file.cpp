@@ -101,6 +101,14 @@ std::string WholeList(const std::vector<long>& values) {
   return writer.Bytes();
 }
 
+// A series' marked points, then their codes when it has them (files of
+// earlier versions end after the points).
+std::string MarkedList(const shell::PlotSeries& series) {
+  std::string bytes = WholeList(series.marked);
+  if (!series.markCodes.empty()) bytes += TextList(series.markCodes);
+  return bytes;
+}
+
 std::string OneDouble(double value) {
   ByteWriter writer;
   writer.Double(value);
@@ -257,7 +265,7 @@ void WriteResult(SqliteDb& db, std::int64_t id, const shell::ResultWindow& windo
       series.Bind(3, seq++);
       series.Bind(4, s.name);
       series.Bind(5, static_cast<std::int64_t>(s.type));
-      const std::string x = DoubleList(s.x.Values()), y = DoubleList(s.y.Values()), marked = WholeList(s.marked);
+      const std::string x = DoubleList(s.x.Values()), y = DoubleList(s.y.Values()), marked = MarkedList(s);
       series.BindBlob(6, x);
       series.BindBlob(7, y);
       series.BindBlob(8, marked);
@@ -705,7 +713,11 @@ class ProjectReader {
       const std::uint64_t count = marked.Unsigned();
       if (marked.Failed() || count > marked.Remaining()) Bad("marked points");
       for (std::uint64_t i = 0; i < count; ++i) s.marked.push_back(static_cast<long>(marked.Unsigned()));
-      if (marked.Failed() || !marked.AtEnd()) Bad("marked points");
+      if (marked.Failed()) Bad("marked points");
+      if (!marked.AtEnd()) {
+        s.markCodes = Texts(marked.Rest(), "marked point codes");
+        if (s.markCodes.size() != s.marked.size()) Bad("marked point codes");
+      }
       s.color = Color(series, 8);
       s.onSecondAxis = series.Int(9) != 0;
       chart.series.push_back(std::move(s));

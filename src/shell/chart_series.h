@@ -21,6 +21,10 @@ struct PlotSeries {
   std::vector<long> marked;  // 1-based numbers of the points drawn as marked
   std::optional<Rgb> color;
   bool onSecondAxis = false;  // drawn against the right-hand value axis
+  // The out-of-control code of each marked point ("* ", "B ", "* C "), when
+  // the chart has run rules: beyond-limit points and rule-flagged points are
+  // drawn apart. Empty: every marked point is beyond a limit.
+  std::vector<std::string> markCodes;
 };
 
 enum class LineOrientation { Horizontal, Vertical };

@@ -63,7 +63,8 @@ Project AwkwardProject() {
   one.title = "xbar";
   one.xTitle = "Subgroup";
   one.yTitle = "Mean";
-  one.series.push_back({"xbar", shell::SeriesType::Line, {1, 2, 3}, {0.1, std::nan(""), -0.0}, {2, 3}, shell::kRed, false});
+  one.series.push_back({"xbar", shell::SeriesType::Line, {1, 2, 3}, {0.1, std::nan(""), -0.0}, {2, 3}, shell::kRed, false,
+                        {"* ", "B C "}});
   one.series.push_back({"big", shell::SeriesType::Points, {std::numeric_limits<double>::infinity()},
                         {std::numeric_limits<double>::denorm_min()}, {}, std::nullopt, true});
   one.lines.push_back({shell::LineOrientation::Horizontal, 10.5, "UCL= 10.5", shell::kRed, true});
