@@ -3,6 +3,7 @@
 #include "charts/chart_input.h"
 #include "charts/control_charts.h"
 #include "charts/given_limits_dialog.h"
+#include "charts/proportion_charts.h"
 
 namespace orvik::charts {
 
@@ -42,10 +43,10 @@ std::vector<CommandDeclaration> ChartCommands() {
       Chart("mnuS", "s Chart", SView, 1, kLower),
       Chart("mnuX-Rs", "x-MR Chart", XMRView, 2, kBoth, {"Selection"}),
       Chart("mnuMR", "MR Chart", MRView, 1, kLower),
-      Chart("mnuP", "p Chart", nullptr, 1, kLower),
+      Chart("mnuP", "p Chart", PView, 1, kLower, {"PSubForm"}),
       Chart("mnuPn", "np Chart", PnView, 1, kBoth, {"PnSubForm"}),
       Chart("mnuC", "c Chart", CView, 1, kLower),
-      Chart("mnuU", "u Chart", nullptr, 1, kLower),
+      Chart("mnuU", "u Chart", UView, 1, kLower),
       Chart("mnuCUSUM", "CUSUM Chart", nullptr, 1, kUpper),
       Chart("mnuEWMA", "EWMA Chart", nullptr, 1, kLower),
       Chart("mnuMA", "MA Chart", nullptr, 1, kLower),
@@ -59,6 +60,7 @@ std::vector<shell::DialogDeclaration> ChartDialogs() {
       {"ControlTwoLimit", MakeControlTwoLimit, true},
       {"Selection", MakeSubgroupSelection},
       {"PnSubForm", MakePnSubForm},
+      {"PSubForm", MakePSubForm},
   };
 }
 

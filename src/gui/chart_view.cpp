@@ -110,6 +110,18 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
         graph->setData(x, y, true);
         QPen pen(color);
         pen.setStyle(look_.lineStyle);
+        if (series.stepped) {
+          // Limits that change per sample: steps centred on the samples,
+          // beneath the points and deaf to clicks.
+          if (series.dashed) pen.setStyle(Qt::DashLine);
+          graph->setPen(pen);
+          graph->setLineStyle(QCPGraph::lsStepCenter);
+          graph->setLayer(QStringLiteral("limits"));
+          graph->setSelectable(QCP::stNone);
+          for (double v : series.y) take(v, y_min, y_max);
+          for (double v : x) take(v, x_min, x_max);
+          break;
+        }
         graph->setPen(pen);
         const bool line = series.type == shell::SeriesType::Line;
         graph->setLineStyle(line ? QCPGraph::lsLine : QCPGraph::lsNone);

@@ -21,6 +21,11 @@ struct PlotSeries {
   std::vector<long> marked;  // 1-based numbers of the points drawn as marked
   std::optional<Rgb> color;
   bool onSecondAxis = false;  // drawn against the right-hand value axis
+  // A line drawn as steps, level across each point's x from halfway to the
+  // one before to halfway to the next: limits that change from sample to
+  // sample. Such a series has no point markers.
+  bool stepped = false;
+  bool dashed = false;
 };
 
 enum class LineOrientation { Horizontal, Vertical };
