@@ -50,7 +50,7 @@ namespace {
 
 // The limits of a chart whose limits step from point to point: each limit a
 // stepped series over the points' x, CL a straight line, and the labels of
-// the last point's UCL and LCL beside their ends.
+// the last point's UCL and LCL at their heights.
 void DrawSteppedLimits(const ControlChart& chart, shell::ChartSeries& series) {
   const PointLimits& steps = *chart.pointLimits;
   const auto stepped = [&](std::string name, const shell::NumberSeries& y, bool dashed) {
@@ -76,9 +76,8 @@ void DrawSteppedLimits(const ControlChart& chart, shell::ChartSeries& series) {
   centre.label = LimitLabel("CL= ", l.CL, chart.labelDecimals);
   centre.color = shell::kBlue;
   series.lines.push_back(std::move(centre));
-  const double last_x = chart.x.empty() ? 1.0 : chart.x.back();
-  series.labels.push_back({LimitLabel("UCL= ", l.UCL, chart.labelDecimals), last_x, l.UCL});
-  series.labels.push_back({LimitLabel("LCL= ", l.LCL, chart.labelDecimals), last_x, l.LCL});
+  series.labels.push_back({LimitLabel("UCL= ", l.UCL, chart.labelDecimals), std::nullopt, l.UCL});
+  series.labels.push_back({LimitLabel("LCL= ", l.LCL, chart.labelDecimals), std::nullopt, l.LCL});
 }
 
 }  // namespace

@@ -55,7 +55,6 @@ struct ControlChart {
   std::string legendHeading = kOneChartLegendHeading;
 };
 
-
 // Plots the points 1..N (or `first_sample`..) of `values` as a chart.
 ControlChart MakeControlChart(std::string statistic, std::vector<double> values, const ControlLimits& limits,
                               double first_sample = 1.0);

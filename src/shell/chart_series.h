@@ -41,6 +41,8 @@ struct ChartLine {
 };
 
 // A free text on the chart; without a position it goes to the chart's corner.
+// With a height alone it labels that level beside the plot as a limit
+// line's label stands (the last step of a stepped limit).
 struct ChartLabel {
   std::string text;
   std::optional<double> x;
