@@ -6,6 +6,7 @@
 #include "charts/ewma_chart.h"
 #include "charts/given_limits_dialog.h"
 #include "charts/moving_average_chart.h"
+#include "charts/proportion_charts.h"
 
 namespace orvik::charts {
 
@@ -54,10 +55,10 @@ std::vector<CommandDeclaration> ChartCommands() {
       Chart("mnuS", "s Chart", SView, 1, kLower),
       Chart("mnuX-Rs", "x-MR Chart", XMRView, 2, kBoth, {"Selection"}),
       Chart("mnuMR", "MR Chart", MRView, 1, kLower),
-      Chart("mnuP", "p Chart", nullptr, 1, kLower),
+      Chart("mnuP", "p Chart", PView, 1, kLower, {"PSubForm"}),
       Chart("mnuPn", "np Chart", PnView, 1, kBoth, {"PnSubForm"}),
       Chart("mnuC", "c Chart", CView, 1, kLower),
-      Chart("mnuU", "u Chart", nullptr, 1, kLower),
+      Chart("mnuU", "u Chart", UView, 1, kLower),
       TimeWeightedChart(Chart("mnuCUSUM", "CUSUM Chart", CUSUMView, 1, kUpper, {"CUSUMForm"})),
       TimeWeightedChart(Chart("mnuEWMA", "EWMA Chart", EWMAView, 2, kLower, {"EWMAForm"})),
       TimeWeightedChart(Chart("mnuMA", "MA Chart", MAView, 2, kLower, {"MAForm"})),
@@ -74,6 +75,7 @@ std::vector<shell::DialogDeclaration> ChartDialogs() {
       {"CUSUMForm", MakeCUSUMForm},
       {"EWMAForm", MakeEWMAForm},
       {"MAForm", MakeMAForm},
+      {"PSubForm", MakePSubForm},
   };
 }
 

@@ -11,7 +11,7 @@ namespace orvik::charts {
 std::vector<shell::CommandDeclaration> ChartCommands();
 
 // The dialogs of the control charts: the given limits, which a result window
-// opens before it runs its chart again, and Selection and PnSubForm.
+// opens before it runs its chart again, and Selection, PnSubForm and PSubForm.
 std::vector<shell::DialogDeclaration> ChartDialogs();
 
 }  // namespace orvik::charts

@@ -46,6 +46,42 @@ std::string LimitLabel(const std::string& prefix, double limit, int decimals) {
   return prefix + FormatNumber(Round(limit, decimals));
 }
 
+namespace {
+
+// The limits of a chart whose limits step from point to point: each limit a
+// stepped series over the points' x, CL a straight line, and the labels of
+// the last point's UCL and LCL at their heights.
+void DrawSteppedLimits(const ControlChart& chart, shell::ChartSeries& series) {
+  const PointLimits& steps = *chart.pointLimits;
+  const auto stepped = [&](std::string name, const shell::NumberSeries& y, bool dashed) {
+    shell::PlotSeries limit;
+    limit.name = std::move(name);
+    limit.type = shell::SeriesType::Line;
+    limit.x = chart.x;
+    limit.y = y;
+    limit.color = shell::kRed;
+    limit.stepped = true;
+    limit.dashed = dashed;
+    series.series.push_back(std::move(limit));
+  };
+  stepped("UCL", steps.UCL, false);
+  stepped("LCL", steps.LCL, false);
+  if (chart.sigmaLines) {
+    stepped("Upper 2 sigma", steps.UpperTwoSigma, true);
+    stepped("Lower 2 sigma", steps.LowerTwoSigma, true);
+  }
+  const ControlLimits& l = chart.limits;
+  shell::ChartLine centre;
+  centre.value = l.CL;
+  centre.label = LimitLabel("CL= ", l.CL, chart.labelDecimals);
+  centre.color = shell::kBlue;
+  series.lines.push_back(std::move(centre));
+  series.labels.push_back({LimitLabel("UCL= ", l.UCL, chart.labelDecimals), std::nullopt, l.UCL});
+  series.labels.push_back({LimitLabel("LCL= ", l.LCL, chart.labelDecimals), std::nullopt, l.LCL});
+}
+
+}  // namespace
+
 void DrawChart(const ControlChart& chart, shell::ChartSeries& series) {
   series.title = chart.statistic;
   series.xTitle = "Sample";
@@ -68,6 +104,10 @@ void DrawChart(const ControlChart& chart, shell::ChartSeries& series) {
     series.lines.push_back(std::move(limit));
   };
   const ControlLimits& l = chart.limits;
+  if (chart.pointLimits) {
+    DrawSteppedLimits(chart, series);
+    return;
+  }
   line(l.UCL, LimitLabel("UCL= ", l.UCL, chart.labelDecimals), shell::kRed, false);
   line(l.CL, LimitLabel("CL= ", l.CL, chart.labelDecimals), shell::kBlue, false);
   line(l.LCL, LimitLabel("LCL= ", l.LCL, chart.labelDecimals), shell::kRed, false);
@@ -93,8 +133,17 @@ void AppendChartColumns(const ControlChart& chart, std::size_t first_row, std::v
   const std::size_t count = chart.values.size();
   block.push_back(shell::GridColumn::Numbers(chart.values, shell::NumberDisplay::RoundedTo(chart.valueDecimals))
                       .StartingAt(first_row));
-  for (const double limit : {chart.limits.UCL, chart.limits.CL, chart.limits.LCL})
-    block.push_back(shell::GridColumn::Repeated(FormatNumber(limit), count).StartingAt(first_row));
+  if (chart.pointLimits) {
+    const auto each = [](const shell::NumberSeries& limits) {
+      return shell::GridColumn::Numbers(limits, shell::NumberDisplay::Shortest());
+    };
+    block.push_back(each(chart.pointLimits->UCL).StartingAt(first_row));
+    block.push_back(shell::GridColumn::Repeated(FormatNumber(chart.limits.CL), count).StartingAt(first_row));
+    block.push_back(each(chart.pointLimits->LCL).StartingAt(first_row));
+  } else {
+    for (const double limit : {chart.limits.UCL, chart.limits.CL, chart.limits.LCL})
+      block.push_back(shell::GridColumn::Repeated(FormatNumber(limit), count).StartingAt(first_row));
+  }
   block.push_back(CodeColumn(chart.codes, count).StartingAt(first_row));
 }
 
@@ -113,11 +162,16 @@ void AppendLegend(shell::ResultTable& table, const std::string& heading, std::si
 
 shell::ResultTable OneChartTable(const ControlChart& chart) {
   shell::ResultTable table;
-  table.columns = {chart.statistic, "UCL", "CL", "LCL", "Out-of-control Code"};
   std::vector<shell::GridColumn> block;
+  for (const LeadingColumn& column : chart.leadingColumns) {
+    table.columns.push_back(column.heading);
+    block.push_back(column.cells);
+  }
+  for (const char* heading : {chart.statistic.c_str(), "UCL", "CL", "LCL", "Out-of-control Code"})
+    table.columns.push_back(heading);
   AppendChartColumns(chart, 0, block);
   table.AddColumns(std::move(block));
-  AppendLegend(table, kOneChartLegendHeading, table.columns.size());
+  AppendLegend(table, chart.legendHeading, table.columns.size());
   return table;
 }
 

@@ -9,10 +9,28 @@
 #include "charts/run_rules.h"
 #include "shell/command_declaration.h"
 #include "shell/command_failed.h"
+#include "shell/grid_column.h"
 #include "shell/host.h"
 #include "shell/result_window.h"
 
 namespace orvik::charts {
+
+// The legend under the data: its heading for a one-chart window and the
+// eleven code lines, in their order.
+inline constexpr const char* kOneChartLegendHeading = " [Out-of-control Code] ";
+extern const char* const kLegendLines[11];
+
+// Limits that follow each point's sample size, one value per point in each
+// series (p and u charts of samples of different sizes).
+struct PointLimits {
+  shell::NumberSeries UCL, LCL, UpperTwoSigma, LowerTwoSigma;
+};
+
+// A grid column shown before the plotted values, with its heading.
+struct LeadingColumn {
+  std::string heading;
+  shell::GridColumn cells;
+};
 
 // One chart of a control chart window with everything its grid columns and
 // its drawing need.
@@ -26,12 +44,16 @@ struct ControlChart {
   int labelDecimals = 8;           // limit labels show the limit rounded to these places
   int valueDecimals = 8;           // the grid shows the plotted values rounded to these places
   bool sigmaLines = true;
+  // Set when the limits step from point to point: the chart draws them as
+  // steps and the grid lists each row's. `limits` then holds the last
+  // point's limits, which label the lines, and `codes` are filled by the
+  // chart itself.
+  std::optional<PointLimits> pointLimits;
+  // Columns of a one-chart grid before the plotted values ("Sample size").
+  std::vector<LeadingColumn> leadingColumns;
+  // The heading of a one-chart legend.
+  std::string legendHeading = kOneChartLegendHeading;
 };
-
-// The legend under the data: its heading for a one-chart window and the
-// eleven code lines, in their order.
-inline constexpr const char* kOneChartLegendHeading = " [Out-of-control Code] ";
-extern const char* const kLegendLines[11];
 
 // Plots the points 1..N (or `first_sample`..) of `values` as a chart.
 ControlChart MakeControlChart(std::string statistic, std::vector<double> values, const ControlLimits& limits,
@@ -45,7 +67,9 @@ void FinishChart(ControlChart& chart);
 std::string LimitLabel(const std::string& prefix, double limit, int decimals);
 
 // Draws `chart` into `series` (points, limit lines, sigma lines, marked
-// points, x axis "Sample").
+// points, x axis "Sample"). Stepped limits become stepped series "UCL",
+// "LCL" and the two sigma series beside a straight CL line, with the
+// labels of the last point's UCL and LCL at its end.
 void DrawChart(const ControlChart& chart, shell::ChartSeries& series);
 
 // The grid column of out-of-control codes of `count` points.
@@ -58,8 +82,9 @@ void AppendChartColumns(const ControlChart& chart, std::size_t first_row, std::v
 // eleven code lines, each in the first of `width` cells.
 void AppendLegend(shell::ResultTable& table, const std::string& heading, std::size_t width);
 
-// The result grid of a one-chart window: statistic, "UCL", "CL", "LCL",
-// "Out-of-control Code", one row per point, then the legend.
+// The result grid of a one-chart window: the leading columns, statistic,
+// "UCL", "CL", "LCL", "Out-of-control Code", one row per point, then the
+// legend under the chart's legend heading.
 shell::ResultTable OneChartTable(const ControlChart& chart);
 // The result grid of a two-chart window: five columns per chart named after
 // its statistic ("xbar", "xbar UCL", ... "R Code"), rows aligned by sample

@@ -154,14 +154,12 @@ void RuleKOfMZone(const PointPlaces& places, std::size_t k, std::size_t m, char 
   }
 }
 
-}  // namespace
-
-void CheckRunRules(const std::vector<double>& values, double cl, double ucl, double upper_two_sigma,
-                   double lcl, double lower_two_sigma, std::vector<CodeMask>& codes) {
+// Rules A to I once the places of the points are known.
+void ApplyRules(const std::vector<double>& values, double cl, const PointPlaces& places,
+                std::vector<CodeMask>& codes) {
   codes.resize(values.size());
   RuleA(values, cl, codes);
   RuleB(values, codes);
-  const PointPlaces places = PlacesOf(values, cl, ucl, upper_two_sigma, lcl, lower_two_sigma);
   RuleKOfMOneSide(places, 10, 11, 'C', codes);
   RuleKOfMOneSide(places, 12, 14, 'D', codes);
   RuleKOfMOneSide(places, 14, 17, 'E', codes);
@@ -169,6 +167,33 @@ void CheckRunRules(const std::vector<double>& values, double cl, double ucl, dou
   RuleKOfMZone(places, 2, 3, 'G', codes);
   RuleKOfMZone(places, 3, 7, 'H', codes);
   RuleKOfMZone(places, 4, 10, 'I', codes);
+}
+
+}  // namespace
+
+void CheckRunRules(const std::vector<double>& values, double cl, double ucl, double upper_two_sigma,
+                   double lcl, double lower_two_sigma, std::vector<CodeMask>& codes) {
+  ApplyRules(values, cl, PlacesOf(values, cl, ucl, upper_two_sigma, lcl, lower_two_sigma), codes);
+}
+
+std::vector<CodeMask> StandardizedOutOfControlMasks(const std::vector<double>& values, double cl,
+                                                    const std::vector<double>& ucl, const std::vector<double>& lcl,
+                                                    const std::vector<double>& z) {
+  const std::size_t n = values.size();
+  std::vector<CodeMask> masks(n);
+  PointPlaces places;
+  places.above.resize(n), places.below.resize(n), places.upperZone.resize(n), places.lowerZone.resize(n);
+  for (std::size_t i = 0; i < n; ++i) {
+    const double v = values[i];
+    const bool outside = v < lcl[i] || v > ucl[i];
+    if (outside) masks[i] = kOutOfLimits;
+    places.above[i] = v > cl;
+    places.below[i] = v < cl;
+    places.upperZone[i] = !outside && 2.0 <= z[i] && z[i] <= 3.0;
+    places.lowerZone[i] = !outside && -3.0 <= z[i] && z[i] <= -2.0;
+  }
+  ApplyRules(values, cl, places, masks);
+  return masks;
 }
 
 std::vector<CodeMask> OutOfControlMasks(const std::vector<double>& values, const ControlLimits& limits) {

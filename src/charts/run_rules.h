@@ -32,6 +32,17 @@ void MarkOutOfLimits(const std::vector<double>& values, const ControlLimits& lim
 void CheckRunRules(const std::vector<double>& values, double cl, double ucl, double upper_two_sigma,
                    double lcl, double lower_two_sigma, std::vector<CodeMask>& masks);
 
+// The out-of-limit test and rules A to I for limits that differ from point
+// to point (samples of different sizes): point i is outside when it lies
+// strictly below lcl[i] or above ucl[i]. Rules A to F compare the values
+// with the centre line `cl`; rules G to I place each point by its
+// standardized value z[i] (its distance from CL in sigmas of its own
+// limits): the upper zone is 2 <= z <= 3, the lower -3 <= z <= -2, and a
+// point outside its limits lies in neither.
+std::vector<CodeMask> StandardizedOutOfControlMasks(const std::vector<double>& values, double cl,
+                                                    const std::vector<double>& ucl, const std::vector<double>& lcl,
+                                                    const std::vector<double>& z);
+
 // Both steps for one chart: the codes of every point, as bits and as texts.
 std::vector<CodeMask> OutOfControlMasks(const std::vector<double>& values, const ControlLimits& limits);
 std::vector<std::string> OutOfControlCodes(const std::vector<double>& values, const ControlLimits& limits);

@@ -64,7 +64,7 @@ CREATE TABLE result_row_styles(result INTEGER, seq INTEGER, background INTEGER, 
 CREATE TABLE charts(result INTEGER, seq INTEGER, name TEXT, title TEXT, x_title TEXT, y_title TEXT, y2_title TEXT,
   categories BLOB);
 CREATE TABLE chart_series(result INTEGER, chart INTEGER, seq INTEGER, name TEXT, type INTEGER, x BLOB, y BLOB,
-  marked BLOB, color INTEGER, second_axis INTEGER);
+  marked BLOB, color INTEGER, second_axis INTEGER, style INTEGER);
 CREATE TABLE chart_lines(result INTEGER, chart INTEGER, seq INTEGER, orientation INTEGER, value BLOB, label TEXT,
   color INTEGER, dashed INTEGER);
 CREATE TABLE chart_labels(result INTEGER, chart INTEGER, seq INTEGER, text TEXT, x BLOB, y BLOB);
@@ -78,6 +78,11 @@ CREATE TABLE run_settings(result INTEGER, seq INTEGER, dialog TEXT NOT NULL, con
 // The first format version with the runs of the result windows; older files
 // open with windows whose making is not known.
 constexpr int kFirstVersionWithRuns = 2;
+// The first format version with the series' style: bit 1 stepped, bit 2
+// dashed. Older files' series are plain lines.
+constexpr int kFirstVersionWithSeriesStyle = 3;
+constexpr std::int64_t kSteppedSeries = 1;
+constexpr std::int64_t kDashedSeries = 2;
 
 // ---- writing --------------------------------------------------------------
 
@@ -244,7 +249,7 @@ void WriteResult(SqliteDb& db, std::int64_t id, const shell::ResultWindow& windo
   }
 
   SqliteStatement chart(db, "INSERT INTO charts VALUES(?,?,?,?,?,?,?,?)");
-  SqliteStatement series(db, "INSERT INTO chart_series VALUES(?,?,?,?,?,?,?,?,?,?)");
+  SqliteStatement series(db, "INSERT INTO chart_series VALUES(?,?,?,?,?,?,?,?,?,?,?)");
   SqliteStatement line(db, "INSERT INTO chart_lines VALUES(?,?,?,?,?,?,?,?)");
   SqliteStatement label(db, "INSERT INTO chart_labels VALUES(?,?,?,?,?,?)");
   std::int64_t chart_seq = 0;
@@ -271,6 +276,7 @@ void WriteResult(SqliteDb& db, std::int64_t id, const shell::ResultWindow& windo
       series.BindBlob(8, marked);
       series.Bind(9, RgbValue(s.color));
       series.Bind(10, std::int64_t{s.onSecondAxis});
+      series.Bind(11, (s.stepped ? kSteppedSeries : 0) | (s.dashed ? kDashedSeries : 0));
       series.Run();
     }
     seq = 0;
@@ -461,14 +467,15 @@ class ProjectReader {
 
   Project Read() {
     Project project;
-    bool with_runs = false;
+    std::int64_t format = 0;
     {
       SqliteStatement version(db_, "PRAGMA user_version");
-      with_runs = version.Step() && version.Int(0) >= kFirstVersionWithRuns;
+      if (version.Step()) format = version.Int(0);
     }
+    const bool with_runs = format >= kFirstVersionWithRuns;
     ReadMeta(project);
     ReadSheets(project, with_runs);
-    ReadResults(project);
+    ReadResults(project, format >= kFirstVersionWithSeriesStyle);
     if (with_runs) ReadRuns(project);
     ReadOrder(project);
     return project;
@@ -653,7 +660,7 @@ class ProjectReader {
     return charts[static_cast<std::size_t>(chart)];
   }
 
-  void ReadResults(Project& project) {
+  void ReadResults(Project& project, bool with_series_style) {
     SqliteStatement results(db_, "SELECT * FROM results ORDER BY id");
     while (results.Step()) {
       if (results.Int(0) != static_cast<std::int64_t>(project.results.size())) Bad("result window numbering");
@@ -720,6 +727,11 @@ class ProjectReader {
       }
       s.color = Color(series, 8);
       s.onSecondAxis = series.Int(9) != 0;
+      if (with_series_style) {
+        const std::int64_t style = Within(series.Int(10), 0, kSteppedSeries | kDashedSeries, "series style");
+        s.stepped = (style & kSteppedSeries) != 0;
+        s.dashed = (style & kDashedSeries) != 0;
+      }
       chart.series.push_back(std::move(s));
     }
     SqliteStatement lines(db_, "SELECT * FROM chart_lines ORDER BY result, chart, seq");

@@ -130,6 +130,18 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
         graph->setData(x, y, true);
         QPen pen(color);
         pen.setStyle(look_.lineStyle);
+        if (series.stepped) {
+          // Limits that change per sample: steps centred on the samples,
+          // beneath the points and deaf to clicks.
+          if (series.dashed) pen.setStyle(Qt::DashLine);
+          graph->setPen(pen);
+          graph->setLineStyle(QCPGraph::lsStepCenter);
+          graph->setLayer(QStringLiteral("limits"));
+          graph->setSelectable(QCP::stNone);
+          for (double v : series.y) take(v, y_min, y_max);
+          for (double v : x) take(v, x_min, x_max);
+          break;
+        }
         graph->setPen(pen);
         const bool line = series.type == shell::SeriesType::Line;
         graph->setLineStyle(line ? QCPGraph::lsLine : QCPGraph::lsNone);
@@ -210,6 +222,29 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
   // inside, at the right end of their lines.
   int margin_labels_width = 0;
   const bool labels_in_margin = !any_second_axis;
+  const auto level_label = [&](const std::string& text, double value, const QColor& color) {
+    auto* label = new QCPItemText(this);
+    label->setLayer(QStringLiteral("limits"));
+    label->setText(QString::fromStdString(text));
+    label->setColor(color);
+    label->position->setTypeX(QCPItemPosition::ptAxisRectRatio);
+    label->position->setTypeY(QCPItemPosition::ptPlotCoords);
+    if (labels_in_margin) {
+      label->position->setCoords(1.0, value);
+      label->setPositionAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+      label->setPadding(QMargins(4, 0, 0, 0));
+      label->setClipToAxisRect(false);
+      margin_labels_width =
+          std::max(margin_labels_width, QFontMetrics(label->font()).horizontalAdvance(label->text()) + 12);
+    } else {
+      label->position->setCoords(0.99, value);
+      label->setPositionAlignment(Qt::AlignRight | Qt::AlignBottom);
+    }
+  };
+  // A text at a height alone labels a level without a line of its own (a
+  // stepped limit's last step).
+  for (const shell::ChartLabel& text : chart.labels)
+    if (!text.x && text.y) level_label(text.text, *text.y, QColor(200, 0, 0));
   for (const shell::ChartLine& line : chart.lines) {
     const bool horizontal = line.orientation == shell::LineOrientation::Horizontal;
     auto* straight = new QCPItemStraightLine(this);
@@ -226,32 +261,18 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
       straight->point2->setCoords(line.value, 1);
       take(line.value, x_min, x_max);
     }
-    if (!line.label.empty()) {
+    if (!line.label.empty() && horizontal) {
+      level_label(line.label, line.value, pen.color());
+    } else if (!line.label.empty()) {
       auto* label = new QCPItemText(this);
       label->setFont(font());
       label->setLayer(QStringLiteral("limits"));
       label->setText(QString::fromStdString(line.label));
       label->setColor(pen.color());
-      if (horizontal && labels_in_margin) {
-        label->position->setTypeX(QCPItemPosition::ptAxisRectRatio);
-        label->position->setTypeY(QCPItemPosition::ptPlotCoords);
-        label->position->setCoords(1.0, line.value);
-        label->setPositionAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-        label->setPadding(QMargins(4, 0, 0, 0));
-        label->setClipToAxisRect(false);
-        margin_labels_width =
-            std::max(margin_labels_width, QFontMetrics(label->font()).horizontalAdvance(label->text()) + 12);
-      } else if (horizontal) {
-        label->position->setTypeX(QCPItemPosition::ptAxisRectRatio);
-        label->position->setTypeY(QCPItemPosition::ptPlotCoords);
-        label->position->setCoords(0.99, line.value);
-        label->setPositionAlignment(Qt::AlignRight | Qt::AlignBottom);
-      } else {
-        label->position->setTypeX(QCPItemPosition::ptPlotCoords);
-        label->position->setTypeY(QCPItemPosition::ptAxisRectRatio);
-        label->position->setCoords(line.value, 0.02);
-        label->setPositionAlignment(Qt::AlignLeft | Qt::AlignTop);
-      }
+      label->position->setTypeX(QCPItemPosition::ptPlotCoords);
+      label->position->setTypeY(QCPItemPosition::ptAxisRectRatio);
+      label->position->setCoords(line.value, 0.02);
+      label->setPositionAlignment(Qt::AlignLeft | Qt::AlignTop);
     }
   }
 
@@ -264,6 +285,7 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
 
   int corner_labels = 0;
   for (const shell::ChartLabel& text : chart.labels) {
+    if (!text.x && text.y) continue;  // a level's label, drawn above
     auto* label = new QCPItemText(this);
     label->setFont(font());
     label->setText(QString::fromStdString(text.text));

@@ -21,6 +21,11 @@ struct PlotSeries {
   std::vector<long> marked;  // 1-based numbers of the points drawn as marked
   std::optional<Rgb> color;
   bool onSecondAxis = false;  // drawn against the right-hand value axis
+  // A line drawn as steps, level across each point's x from halfway to the
+  // one before to halfway to the next: limits that change from sample to
+  // sample. Such a series has no point markers.
+  bool stepped = false;
+  bool dashed = false;
   // The out-of-control code of each marked point ("* ", "B ", "* C "), when
   // the chart has run rules: beyond-limit points and rule-flagged points are
   // drawn apart. Empty: every marked point is beyond a limit.
@@ -40,6 +45,8 @@ struct ChartLine {
 };
 
 // A free text on the chart; without a position it goes to the chart's corner.
+// With a height alone it labels that level beside the plot as a limit
+// line's label stands (the last step of a stepped limit).
 struct ChartLabel {
   std::string text;
   std::optional<double> x;

@@ -12,6 +12,7 @@
 #include "stats/incomplete_gamma.h"
 #include "stats/normal_distribution.h"
 #include "stats/normal_scores.h"
+#include "stats/proportion_limits.h"
 #include "stats/shapiro_wilk.h"
 #include "stats/t_distribution.h"
 
@@ -32,6 +33,11 @@ double Number(double v, const char* name) {
 
 double Probability(double p, const char* name) {
   Require(p > 0.0 && p < 1.0, std::string(name) + " must lie strictly between 0 and 1, not " + FormatNumber(p));
+  return p;
+}
+
+double Proportion(double p, const char* name) {
+  Require(p >= 0.0 && p <= 1.0, std::string(name) + " must lie in [0, 1], not " + FormatNumber(p));
   return p;
 }
 
@@ -102,6 +108,12 @@ const std::vector<CalcFunction>& CalcCatalog() {
        "lower chi-square quantile at (1 - level)/2 (rows 0-799)"},
       {"EstF", {"row1", "row2", "level"}, [](Args a) { return EstF(a[0], a[1], a[2]); },
        "upper F critical value (rows 0-33, levels 0-3 = 80/90/95/98%)"},
+      {"PChart", {"p_bar", "n"},
+       [](Args a) { return PChart(Proportion(a[0], "p_bar"), PositiveFinite(a[1], "n")); },
+       "p chart upper limit Round(p_bar + 3 sqrt(p_bar (1 - p_bar) / n), 8), at most 1"},
+      {"PChart2", {"p_bar", "n"},
+       [](Args a) { return PChart2(Proportion(a[0], "p_bar"), PositiveFinite(a[1], "n")); },
+       "p chart lower limit Round(p_bar - 3 sqrt(p_bar (1 - p_bar) / n), 8), at least 0"},
       {"NormalScore", {"i", "n"}, [](Args a) { return NormalScore(a[0], a[1]); },
        "expected i-th smallest of n standard normal values"},
       {"WValue", {"n"}, [](Args a) { return WValue(a[0]); }, "Shapiro-Wilk W 5% critical value, n = 3-49"},

@@ -63,10 +63,16 @@ Project AwkwardProject() {
   one.title = "xbar";
   one.xTitle = "Subgroup";
   one.yTitle = "Mean";
-  one.series.push_back({"xbar", shell::SeriesType::Line, {1, 2, 3}, {0.1, std::nan(""), -0.0}, {2, 3}, shell::kRed, false,
-                        {"* ", "B C "}});
+  one.series.push_back({"xbar", shell::SeriesType::Line, {1, 2, 3}, {0.1, std::nan(""), -0.0}, {2, 3}, shell::kRed, false});
+  one.series.back().markCodes = {"* ", "B C "};
   one.series.push_back({"big", shell::SeriesType::Points, {std::numeric_limits<double>::infinity()},
                         {std::numeric_limits<double>::denorm_min()}, {}, std::nullopt, true});
+  shell::PlotSeries limit{"UCL", shell::SeriesType::Line, {1, 2, 3}, {0.3, 0.25, 0.3}, {}, shell::kRed, false};
+  limit.stepped = true;
+  one.series.push_back(limit);
+  limit.name = "Upper 2 sigma";
+  limit.dashed = true;
+  one.series.push_back(limit);
   one.lines.push_back({shell::LineOrientation::Horizontal, 10.5, "UCL= 10.5", shell::kRed, true});
   one.lines.push_back({shell::LineOrientation::Vertical, -1e-300, "", std::nullopt, false});
   one.labels.push_back({"n = 25", std::nullopt, std::nullopt});
@@ -119,6 +125,13 @@ void ExecSql(const std::string& path, const std::string& sql) {
   sqlite3_close(db);
 }
 
+// The project as a file of a format before the series' style reads it.
+void WithPlainSeries(Project& project) {
+  for (auto& result : project.results)
+    for (auto& chart : result.window.charts)
+      for (auto& series : chart.series) series.stepped = series.dashed = false;
+}
+
 // Format 1 stored no runs: its windows open without one.
 TEST(ProjectFileTest, AProjectOfFormatOneOpensWithoutRuns) {
   TempFolder folder;
@@ -127,6 +140,18 @@ TEST(ProjectFileTest, AProjectOfFormatOneOpensWithoutRuns) {
   for (auto& result : old.results) result.window.run = nullptr;
   SaveProject(path, old);
   ExecSql(path, "DROP TABLE runs; DROP TABLE run_settings; DROP TABLE run_data; PRAGMA user_version=1;");
+  WithPlainSeries(old);
+  ExpectSameProject(LoadProject(path), old);
+}
+
+// Format 2 stored no series style: its series open as plain lines.
+TEST(ProjectFileTest, AProjectOfFormatTwoOpensWithPlainSeries) {
+  TempFolder folder;
+  const std::string path = folder.Path("old.orv");
+  Project old = AwkwardProject();
+  SaveProject(path, old);
+  ExecSql(path, "ALTER TABLE chart_series DROP COLUMN style; PRAGMA user_version=2;");
+  WithPlainSeries(old);
   ExpectSameProject(LoadProject(path), old);
 }
 

@@ -106,7 +106,8 @@ inline auto StyleKey(const std::pair<std::size_t, shell::RowStyle>& styled) {
   return std::tuple(row, s.background, s.foreground, s.bold);
 }
 inline auto SeriesKey(const shell::PlotSeries& s) {
-  return std::tuple(s.name, s.type, Bits(s.x), Bits(s.y), s.marked, s.markCodes, s.color, s.onSecondAxis);
+  return std::tuple(s.name, s.type, Bits(s.x), Bits(s.y), s.marked, s.color, s.onSecondAxis, s.stepped, s.dashed,
+                    s.markCodes);
 }
 inline auto LineKey(const shell::ChartLine& l) {
   return std::tuple(l.orientation, std::bit_cast<std::uint64_t>(l.value), l.label, l.color, l.dashed);

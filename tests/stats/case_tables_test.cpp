@@ -14,6 +14,7 @@
 #include "stats/incomplete_gamma.h"
 #include "stats/normal_distribution.h"
 #include "stats/normal_scores.h"
+#include "stats/proportion_limits.h"
 #include "stats/shapiro_wilk.h"
 #include "stats/t_distribution.h"
 #include "support/case_table.h"
@@ -39,6 +40,7 @@ const std::map<std::string, std::function<double(const Arguments&)>> kFunctions 
     ORVIK_CASE(Estt, a.at(0), a.at(1)), ORVIK_CASE(EstChi, a.at(0), a.at(1)), ORVIK_CASE(EstinvChi, a.at(0), a.at(1)),
     ORVIK_CASE(EstF, a.at(0), a.at(1), a.at(2)), ORVIK_CASE(NormalScore, a.at(0), a.at(1)),
     ORVIK_CASE(WValue, a.at(0)), ORVIK_CASE(ShapiroWilkPValue, a.at(0), a.at(1)),
+    ORVIK_CASE(PChart, a.at(0), a.at(1)), ORVIK_CASE(PChart2, a.at(0), a.at(1)),
     {"ShapiroWilkCoefficient",  // a(n - k) of n
      [](const Arguments& a) { return ShapiroWilkCoefficients(int(a.at(0))).at(std::size_t(a.at(0) - 1 - a.at(1))); }},
 };

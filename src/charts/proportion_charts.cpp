@@ -1,0 +1,208 @@
+// The p (and Laney p') and u control charts: one sample per row, its size
+// beside its count, limits that step with the sample size.
+#include "charts/proportion_charts.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include "charts/chart_limits.h"
+#include "charts/control_form.h"
+#include "charts/proportion_limits.h"
+#include "shell/analysis_input.h"
+#include "stats/decimal_numbers.h"
+#include "worksheet/cell_number.h"
+
+namespace orvik::charts {
+
+namespace {
+
+namespace messages = worksheet::messages;
+
+constexpr const char* kImproperU = "Improper data for u control chart";
+constexpr const char* kInvalidSize = "Please, input valid numerical data";
+
+bool IsWhole(double x) { return std::isfinite(x) && x == std::floor(x); }
+
+// The samples read from the block: sizes empty when the block is one
+// column of counts.
+struct BlockColumns {
+  std::vector<double> sizes;
+  std::vector<double> counts;
+};
+
+// What the cells of a p or u chart must hold.
+struct CellRules {
+  bool wholeSizes = false;       // p: units are counted
+  bool countWithinSize = false;  // p: no more nonconforming units than units
+};
+
+// Reads the block's one or two columns; in a two-column block the left one
+// holds the sizes, however the block was dragged. Every cell must be a
+// number, every size positive, every count a whole number not below 0.
+// Shows `refusal_text` and returns false otherwise.
+bool ReadBlockColumns(shell::Host& host, const char* refusal_text, const CellRules& rules, BlockColumns& out) {
+  if (!shell::CollectNumericCells(host, worksheet::CellPolicy::Refuse, refusal_text)) return false;
+  const worksheet::DataSelection& selection = host.CurrentSelection();
+  const long columns = worksheet::ColumnsToWalk(selection);
+  const auto rows = static_cast<std::size_t>(worksheet::RowsToWalk(selection));
+  const std::vector<double>& values = selection.values;
+  if (rows == 0 || columns < 1 || columns > 2 || values.size() != rows * static_cast<std::size_t>(columns)) {
+    host.Refuse(refusal_text);
+    return false;
+  }
+  const auto first = values.begin();
+  const auto second = values.begin() + static_cast<std::ptrdiff_t>(rows);
+  if (columns == 1) {
+    out.sizes.clear();
+    out.counts.assign(first, second);
+  } else {
+    const bool left_first = selection.columnStep > 0;
+    out.sizes.assign(left_first ? first : second, left_first ? second : values.end());
+    out.counts.assign(left_first ? second : first, left_first ? values.end() : second);
+  }
+  bool valid = std::all_of(out.counts.begin(), out.counts.end(), [](double x) { return x >= 0 && IsWhole(x); });
+  for (std::size_t i = 0; valid && i < out.sizes.size(); ++i) {
+    const double n = out.sizes[i];
+    valid = n > 0 && std::isfinite(n) && (!rules.wholeSizes || IsWhole(n)) &&
+            (!rules.countWithinSize || out.counts[i] <= n);
+  }
+  if (!valid) host.Refuse(refusal_text);
+  return valid;
+}
+
+// The p chart's dialog. `floor` is the least constant size it accepts.
+class PSubForm : public shell::DialogModel {
+ public:
+  using Parameters = PChartSettings;
+
+  explicit PSubForm(double floor = 0.0) : shell::DialogModel("PSubForm", "p Control Chart"), floor_(floor) {
+    AddOptionButton("SizeColumn", "size", true).caption = "Sample sizes in the left column";
+    AddOptionButton("SizeConstant", "size").caption = "One sample size for all";
+    AddTextBox("Sizetxt").caption = "Sample size";
+    AddOptionButton("LimitStepped", "limits", true).caption = "Limits of each sample's size";
+    AddOptionButton("LimitAverage", "limits").caption = "Limits of the average sample size";
+    AddCheckBox("Laney").caption = "Laney p' chart (overdispersed data)";
+    AddCommandButton("POk", "OK");
+    AddCommandButton("PCancle", "Cancel");
+    UpdateEnabling();
+  }
+
+  const PChartSettings& Result() const { return result_; }
+
+ protected:
+  void OnClick(const std::string& /*control*/) override { UpdateEnabling(); }
+
+  bool OnOk(shell::Host& host) override {
+    PChartSettings settings;
+    settings.constantSize = Control("SizeConstant").checked;
+    if (settings.constantSize) {
+      // A size counts units: a positive whole number, and no sample holds
+      // more nonconforming units than its size.
+      const auto n = worksheet::ParseCellNumber(Control("Sizetxt").text);
+      if (!n || !IsWhole(*n) || *n <= 0 || *n < floor_) {
+        host.Refuse(kInvalidSize);
+        return false;
+      }
+      settings.size = *n;
+    }
+    settings.averageLimits = Control("LimitAverage").checked;
+    settings.laney = Control("Laney").checked;
+    result_ = settings;
+    return true;
+  }
+  void OnCancel(shell::Host& host) override { host.Log().AppendSessionLine(CancelLine("p")); }
+
+ private:
+  void UpdateEnabling() { MutableControl("Sizetxt").enabled = Control("SizeConstant").checked; }
+
+  double floor_;
+  PChartSettings result_;
+};
+
+// The chart of a p or u chart's numbers: the sizes and counts lead the
+// grid, and unless the user's given limits replace them the limits step
+// with the sizes. Rules G to I then judge each point by its standardized
+// value rather than by the drawn sigma lines, which the floor at 0 and the
+// cap at 1 may have moved.
+ControlChart AttributeChart(const std::string& statistic, AttributeSamples samples, AttributeChartLimits limits,
+                            const shell::GivenLimits& given) {
+  const std::size_t last = limits.ratios.size() - 1;
+  ControlChart chart = MakeControlChart(statistic, limits.ratios, limits.At(last));
+  chart.leadingColumns.push_back(
+      {"Sample size", shell::GridColumn::Numbers(std::move(samples.sizes), shell::NumberDisplay::Shortest())});
+  chart.leadingColumns.push_back(
+      {"Nonconformity", shell::GridColumn::Numbers(std::move(samples.counts), shell::NumberDisplay::Shortest())});
+  if (ApplyGivenLimits(given, 0, kTenSixesSigma, chart.limits)) {
+    FinishChart(chart);
+    return chart;
+  }
+  chart.codes = StandardizedOutOfControlMasks(chart.values.Values(), limits.centre, limits.UCL, limits.LCL,
+                                              limits.standardized);
+  if (limits.Stepped())
+    chart.pointLimits = PointLimits{std::move(limits.UCL), std::move(limits.LCL), std::move(limits.UpperTwoSigma),
+                                    std::move(limits.LowerTwoSigma)};
+  return chart;
+}
+
+}  // namespace
+
+std::unique_ptr<shell::DialogModel> MakePSubForm() { return std::make_unique<PSubForm>(); }
+
+void PView(shell::Host& host) {
+  const std::string name = "p";
+  if (!shell::ResolveDataBlock(host)) return;
+  if (!shell::RequireAtMostColumns(host, 2, messages::kSelectTwoColumns)) return;
+  BlockColumns block;
+  if (!ReadBlockColumns(host, messages::kInputValidData, {.wholeSizes = true, .countWithinSize = true}, block))
+    return;
+  host.Log().AppendSessionLine(StartingLine(name));
+  PSubForm dialog(*std::max_element(block.counts.begin(), block.counts.end()));
+  const auto settings = shell::AskParameters(host, dialog);
+  if (!settings) return;
+  // The dialog's choice of where the sizes come from must match the block.
+  if (settings->constantSize != block.sizes.empty()) {
+    host.Refuse(settings->constantSize ? messages::kSelectOneColumnOnly : messages::kSelectTwoColumns);
+    host.Log().AppendSessionLine(CancelLine(name));
+    return;
+  }
+  if (settings->constantSize) block.sizes.assign(block.counts.size(), settings->size);
+  RunChartComputation(host, name, [&] {
+    AttributeSamples samples{std::move(block.sizes), std::move(block.counts)};
+    AttributeChartLimits limits =
+        PChartLimits(samples, {.averageSize = settings->averageLimits, .laney = settings->laney});
+    const double sigma_z = limits.sigmaZ;
+    const std::string statistic = settings->laney ? "p'" : "p";
+    ControlChart chart =
+        AttributeChart(statistic, std::move(samples), std::move(limits), host.Settings().givenLimits);
+    if (settings->laney) chart.legendHeading = " [p' Out-of-control Code] ";
+    shell::ResultWindow window = OneChartWindow(statistic + " control chart", "mnuP", chart);
+    if (settings->laney)
+      window.Chart("ChartOne").labels.push_back({"sigma z= " + stats::FormatNumber(stats::Round(sigma_z, 8)), std::nullopt, std::nullopt});
+    host.ShowResultWindow(std::move(window));
+  });
+  host.Log().AppendSessionLine(CompletedLine(name));
+}
+
+void UView(shell::Host& host) {
+  const std::string name = "u";
+  if (!shell::ResolveDataBlock(host)) return;
+  if (!shell::RequireColumnSpan(host, 2, messages::kSelectTwoColumns)) return;
+  BlockColumns block;
+  if (!ReadBlockColumns(host, kImproperU, {}, block)) return;
+  if (block.sizes.empty()) {
+    host.Refuse(kImproperU);
+    return;
+  }
+  host.Log().AppendSessionLine(StartingLine(name));
+  RunChartComputation(host, name, [&] {
+    AttributeSamples samples{std::move(block.sizes), std::move(block.counts)};
+    AttributeChartLimits limits = UChartLimits(samples);
+    ControlChart chart = AttributeChart("u", std::move(samples), std::move(limits), host.Settings().givenLimits);
+    host.ShowResultWindow(OneChartWindow("u control chart", "mnuU", chart));
+  });
+  host.Log().AppendSessionLine(CompletedLine(name));
+}
+
+}  // namespace orvik::charts
