@@ -49,7 +49,7 @@ std::vector<CommandDeclaration> ChartCommands() {
       Chart("mnuCUSUM", "CUSUM Chart", nullptr, 1, kUpper),
       Chart("mnuEWMA", "EWMA Chart", nullptr, 1, kLower),
       Chart("mnuMA", "MA Chart", nullptr, 1, kLower),
-      Chart("mnuCV", "CV Chart", nullptr, 1, kUpper),
+      Chart("mnuCV", "CV Chart", CVView, 1, kUpper, {"CVForm"}),
   };
 }
 
@@ -59,6 +59,7 @@ std::vector<shell::DialogDeclaration> ChartDialogs() {
       {"ControlTwoLimit", MakeControlTwoLimit, true},
       {"Selection", MakeSubgroupSelection},
       {"PnSubForm", MakePnSubForm},
+      {"CVForm", MakeCVForm},
   };
 }
 
