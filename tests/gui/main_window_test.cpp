@@ -108,7 +108,7 @@ class MainWindowTest : public QObject {
     QCOMPARE(OpenTitles(), QStringList{QStringLiteral("WorkSheet 1")});
     QVERIFY(LogText().endsWith(QStringLiteral("Welcome to Orvik 2.0\r\nWorkSheet 1 generation is completed")));
     // A command still to come does nothing.
-    window_->ToolClick(QStringLiteral("mnuRun"));
+    window_->ToolClick(QStringLiteral("mnuRader"));
     QCOMPARE(window_->DocumentWindowCount(), 1);
     QVERIFY(asked_.empty());
   }
