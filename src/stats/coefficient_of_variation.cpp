@@ -21,6 +21,7 @@
 // the same holds with delta replaced by -delta.
 #include "stats/coefficient_of_variation.h"
 
+#include <cfloat>
 #include <climits>
 #include <cmath>
 #include <limits>
@@ -44,7 +45,7 @@ bool ValidSize(double n) { return n >= 2.0 && n == std::floor(n) && n < 1e6; }
 bool ValidCV(double cv) { return cv > 0.0 && std::isfinite(cv); }
 
 // ln E[X^k; X > 0] for X normal with mean m and standard deviation s > 0;
-// -infinity where the moment is 0 to double precision. For m / s >= 1 the
+// -infinity where the moment is 0 to double precision; k >= 1. For m / s >= 1 the
 // recurrence runs on E[X^k; X > 0] / m^k, whose terms are all positive;
 // below it on E[X^k; X > 0] / s^k. Both are rescaled as they grow, so large
 // k cannot overflow.
@@ -56,7 +57,6 @@ double LogPositiveMoment(int k, double m, double s) {
   const double r2 = scaled_by_mean ? 1.0 / (t * t) : 0.0;
   double previous = below;
   double current = scaled_by_mean ? below + density / t : t * below + density;
-  if (k == 0) current = previous;
   double log_scale = 0.0;
   for (int j = 2; j <= k; ++j) {
     const double next = scaled_by_mean ? current + (j - 1) * r2 * previous : t * current + (j - 1) * previous;
@@ -125,7 +125,9 @@ double SolveQuantile(double p, double n, double cv) {
   const bool upper = p > 0.5;
   const auto tail = [&](double x) {
     const double below = Simpson38(0.0, x, kChartIntervals, density) / mass;
-    const double value = upper ? 1.0 - below : below;
+    // Far beyond the quantile the complement can round to 0 or below; the
+    // least positive double keeps the iteration bracketing from that side.
+    const double value = std::fmax(upper ? 1.0 - below : below, DBL_MIN);
     const double slope = x * density(x) / mass / value;
     return detail::TailSlope{value, upper ? -slope : slope};
   };
