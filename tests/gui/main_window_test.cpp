@@ -345,6 +345,20 @@ class MainWindowTest : public QObject {
     QVERIFY(!window_->ActiveResultWindow()->GivenLimitsButton());
   }
 
+  // The CV chart opens its dialog and a control chart window that takes
+  // given limits; the run chart a graph window that does not.
+  void theCVAndRunChartsOpenTheirWindowsFromTheMenus() {
+    QVERIFY(OpenExample("subgroups.csv", 1, 1, 25, 5));
+    AcceptDialogs();
+    window_->Tool(QStringLiteral("mnuCV"))->trigger();
+    QCOMPARE(window_->ActiveResultWindow()->windowTitle(), QStringLiteral("CV control chart"));
+    QVERIFY(window_->ActiveResultWindow()->OffersGivenLimits());
+    window_->Tool(QStringLiteral("mnuRun"))->trigger();
+    QCOMPARE(window_->ActiveResultWindow()->windowTitle(), QStringLiteral("Run chart"));
+    QVERIFY(!window_->ActiveResultWindow()->OffersGivenLimits());
+    QVERIFY(LogText().endsWith(QStringLiteral("CV control chart generation is completed\r\nRun chart generation is completed")));
+  }
+
   void aControlChartWithoutItsKeyOffersNoGivenLimits() {
     window_->NewWorksheet();
     gui::ResultWindowWidget* result = window_->OpenResultWindow(shell::MakeControlForm("c control chart", false));
