@@ -74,20 +74,6 @@ TEST(CVViewTest, DialogTakesOrEstimatesTheInControlCV) {
   }
 }
 
-// A wider false-alarm probability narrows the limits around the same centre.
-TEST(CVLimitsTest, LimitsNarrowAsAlphaGrows) {
-  const ControlLimits strict = CVLimits(5, 0.1, 0.0027);
-  const ControlLimits loose = CVLimits(5, 0.1, 0.05);
-  EXPECT_LT(strict.LCL, loose.LCL);
-  EXPECT_GT(strict.UCL, loose.UCL);
-  EXPECT_EQ(strict.UpperTwoSigma, loose.UpperTwoSigma);
-  EXPECT_LT(strict.LCL, strict.LowerTwoSigma);
-  EXPECT_LT(strict.LowerTwoSigma, strict.CL);
-  EXPECT_LT(strict.CL, strict.UpperTwoSigma);
-  EXPECT_LT(strict.UpperTwoSigma, strict.UCL);
-  EXPECT_THROW(CVLimits(5, 0.0, 0.0027), ChartComputationError);
-}
-
 // All subgroups constant: the estimated CV is 0 and no limits exist, so the
 // chart ends on its failure path.
 TEST(CVViewTest, ConstantSubgroupsFailTheEstimate) {

@@ -54,17 +54,6 @@ TEST(AnalyseRunsTest, CountsExpectationsAndPValues) {
   }
 }
 
-// A far tail keeps its digits: 40 rising points leave one run up against
-// about 26 expected.
-TEST(AnalyseRunsTest, UpperTailIsNotOneMinusTheLowerTail) {
-  std::vector<double> rising(40);
-  for (std::size_t i = 0; i < rising.size(); ++i) rising[i] = static_cast<double>(i);
-  const RunPatterns runs = AnalyseRuns(rising);
-  EXPECT_LT(runs.upOrDown.fewer, 1e-20);
-  EXPECT_GT(runs.upOrDown.fewer, 0.0);
-  EXPECT_EQ(runs.upOrDown.more, 1.0);
-}
-
 TEST(RunChartViewTest, AllEqualSeriesAndSubgroupMeansAreRefused) {
   struct Case {
     std::vector<std::vector<std::string>> rows;
@@ -82,18 +71,6 @@ TEST(RunChartViewTest, AllEqualSeriesAndSubgroupMeansAreRefused) {
     EXPECT_TRUE(host.Windows().empty());
     EXPECT_TRUE(LogLines(host).empty());
   }
-}
-
-TEST(RunChartViewTest, SubgroupMeansInRowOrderWithOnlyTheCompletedLine) {
-  // Rows walked bottom to top: the means 5.5, 2, 1.5.
-  auto host = SheetHost({{"1", "2"}, {"2", "2"}, {"5", "6"}}, "B3:A1");
-  RunChartView(host);
-  ASSERT_EQ(host.Windows().size(), 1u);
-  const auto& chart = host.Windows()[0].charts.at(0);
-  EXPECT_EQ(chart.series.at(0).y.Values(), (std::vector<double>{5.5, 2, 1.5}));
-  EXPECT_EQ(chart.xTitle, "Subgroup");
-  EXPECT_EQ(chart.lines.at(0).label, "Median= 2");
-  EXPECT_EQ(LogLines(host), Lines{"Run chart generation is completed"});
 }
 
 }  // namespace

@@ -39,26 +39,15 @@ double ReferenceQuantile(double p, int n, double cv) {
 // and 2-sigma lines and the median.
 TEST(CVAccuracy, QuantilesAgreeWithTheNoncentralT) {
   double worst = 0.0;
-  std::string where;
   for (const int n : {2, 3, 5, 10, 25})
     for (const double cv : {0.01, 0.05, 0.2, 0.5})
       for (const double p : {0.00135, 0.02275, 0.5, 0.97725, 0.99865}) {
         const double ours = CVQuantile(p, n, cv), reference = ReferenceQuantile(p, n, cv);
         const double error = std::fabs(ours - reference) / reference;
-        if (error > worst) {
-          worst = error;
-          where = "n " + std::to_string(n) + " cv " + std::to_string(cv) + " p " + std::to_string(p);
-        }
+        worst = std::max(worst, error);
         EXPECT_LE(error, 1e-10) << "n " << n << " cv " << cv << " p " << p;
       }
-  std::cout << "worst relative error of CVQuantile: " << worst << " at " << where << "\n";
-}
-
-TEST(CVAccuracy, LimitFunctionsAreTheChartQuantilesOfCVInTenThousandths) {
-  for (const auto& [n, g] : std::vector<std::pair<int, int>>{{2, 500}, {5, 1}, {25, 2000}}) {
-    EXPECT_EQ(CVHighBT(n, g), CVQuantile(0.99865, n, g / 10000.0));
-    EXPECT_EQ(CVLowBT(n, g), CVQuantile(0.00135, n, g / 10000.0));
-  }
+  std::cout << "worst relative error of CVQuantile: " << worst << "\n";
 }
 
 // The Simpson integral of the density over [0, U] is P(T > sqrt(n) / U),
