@@ -1,7 +1,9 @@
 #!/usr/bin/env bash
 # Control chart benchmark: the run rules on 1,000,000 points, and the whole
-# x-MR (1,000,000 individual values) and xbar-R (200,000 subgroups of 5)
-# commands from the selected block to the finished result window.
+# x-MR (1,000,000 individual values), xbar-R and CV (200,000 subgroups of 5)
+# and run chart (1,000,000 values) commands from the selected block to the
+# finished result window. The CV chart's quantile search runs once a chart,
+# so 2,000 subgroups show its fixed cost.
 # Target: the rules well under a second; each command within a few seconds.
 # Usage: bench/control_charts.sh [VALUES]   (default 1000000)
 set -euo pipefail
@@ -12,3 +14,6 @@ values="${1:-1000000}"
 taskset -c 0 build/bin/orvik_bench_control_charts "$values"
 taskset -c 0 build/bin/orvik_bench_command mnuX-Rs "$values" 1
 taskset -c 0 build/bin/orvik_bench_command mnuBarX-R "$((values / 5))" 5
+taskset -c 0 build/bin/orvik_bench_command mnuCV 2000 5
+taskset -c 0 build/bin/orvik_bench_command mnuCV "$((values / 5))" 5
+taskset -c 0 build/bin/orvik_bench_command mnuRun "$values" 1

@@ -5,6 +5,7 @@
 #include "capability/histogram.h"
 #include "capability/pareto_chart.h"
 #include "capability/process_capability.h"
+#include "charts/run_chart.h"
 
 namespace orvik::capability {
 
@@ -28,7 +29,8 @@ std::vector<shell::CommandDeclaration> CapabilityCommands() {
       {.key = "mnuPie", .menu = "mnuGraph", .caption = "P&ie Chart"},
       {.key = "mnuRader", .menu = "mnuGraph", .caption = "&Radar Chart"},
       {.key = "mnuDistribution", .menu = "mnuGraph", .caption = "&Distribution Plot"},
-      {.key = "mnuRun", .menu = "mnuAnalysis", .caption = "&Run Chart"},
+      {.key = "mnuRun", .menu = "mnuAnalysis", .caption = "&Run Chart", .run = charts::RunChartView,
+       .window = kDataChart, .chartCount = 1},
       {.key = "mnuPCR", .menu = "mnuAnalysis", .caption = "Process &Capability Analysis", .run = CpkSelection,
        .dialogs = {"CpkForm"}, .window = kDataChart, .chartCount = 1},
   };

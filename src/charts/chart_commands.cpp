@@ -62,7 +62,7 @@ std::vector<CommandDeclaration> ChartCommands() {
       TimeWeightedChart(Chart("mnuCUSUM", "CUSUM Chart", CUSUMView, 1, kUpper, {"CUSUMForm"})),
       TimeWeightedChart(Chart("mnuEWMA", "EWMA Chart", EWMAView, 2, kLower, {"EWMAForm"})),
       TimeWeightedChart(Chart("mnuMA", "MA Chart", MAView, 2, kLower, {"MAForm"})),
-      Chart("mnuCV", "CV Chart", nullptr, 1, kUpper),
+      Chart("mnuCV", "CV Chart", CVView, 1, kUpper, {"CVForm"}),
   };
 }
 
@@ -76,6 +76,7 @@ std::vector<shell::DialogDeclaration> ChartDialogs() {
       {"EWMAForm", MakeEWMAForm},
       {"MAForm", MakeMAForm},
       {"PSubForm", MakePSubForm},
+      {"CVForm", MakeCVForm},
   };
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 
 #include "shell/dialog_model.h"
 #include "shell/host.h"
@@ -22,6 +23,8 @@ void MRView(shell::Host& host);   // "mnuMR"
 // Counts, one column.
 void CView(shell::Host& host);   // "mnuC"
 void PnView(shell::Host& host);  // "mnuPn", after the PnSubForm dialog
+// Coefficients of variation of subgroups in rows.
+void CVView(shell::Host& host);  // "mnuCV", after the CVForm dialog
 
 // What the np chart's sample size dialog PnSubForm confirms: the common
 // sample size n of the chart's samples.
@@ -33,5 +36,18 @@ struct NpSampleSize {
 // accepts any positive n; the chart makes its own with the least n its
 // counts allow.
 std::unique_ptr<shell::DialogModel> MakePnSubForm();
+
+// What the CV chart's dialog CVForm confirms: the in-control coefficient of
+// variation (none when the chart estimates it from the subgroups) and the
+// false-alarm probability of its limits.
+struct CVChartSettings {
+  std::optional<double> inControlCV;
+  double alpha = 0.0027;
+};
+
+// The CV chart's dialog: CVtxt (empty, or a positive CV), Alphatxt (a
+// probability strictly between 0 and 1, "0.0027" at first), CmdOk,
+// CmdCancel. Cancel writes "Cancel CV control chart generation".
+std::unique_ptr<shell::DialogModel> MakeCVForm();
 
 }  // namespace orvik::charts

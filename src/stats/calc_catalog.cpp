@@ -5,6 +5,7 @@
 #include <string>
 
 #include "stats/chi_square_distribution.h"
+#include "stats/coefficient_of_variation.h"
 #include "stats/critical_value_tables.h"
 #include "stats/decimal_numbers.h"
 #include "stats/f_distribution.h"
@@ -49,6 +50,13 @@ double Positive(double v, const char* name) {
 double PositiveFinite(double v, const char* name) {
   Require(v > 0.0 && std::isfinite(v), std::string(name) + " must be positive and finite, not " + FormatNumber(v));
   return v;
+}
+
+int WholeNumber(double v, double least, const char* name) {
+  Require(v >= least && v == std::floor(v) && v <= 2147483647.0,
+          std::string(name) + " must be a whole number of at least " + FormatNumber(least) + ", not " +
+              FormatNumber(v));
+  return static_cast<int>(v);
 }
 
 using Args = std::span<const double>;
@@ -147,6 +155,20 @@ const std::vector<CalcFunction>& CalcCatalog() {
          return RegularizedBetaUpper(a[0], PositiveFinite(a[1], "a"), PositiveFinite(a[2], "b"));
        },
        "its complement 1 - I_x(a, b)"},
+      {"Simpson38", {"lower", "upper", "intervals", "n", "cv"},
+       [](Args a) {
+         WholeNumber(a[2], 1, "intervals");
+         return Simpson38(Number(a[0], "lower"), Number(a[1], "upper"), a[2], WholeNumber(a[3], 2, "n"),
+                          PositiveFinite(a[4], "cv"));
+       },
+       "integral of the density of the sample CV of n normal values with CV cv (Simpson 3/8 rule)"},
+      {"CVQuantile", {"p", "n", "cv"},
+       [](Args a) { return CVQuantile(Probability(a[0], "p"), WholeNumber(a[1], 2, "n"), PositiveFinite(a[2], "cv")); },
+       "p-quantile of the sample CV of n normal values with CV cv, given a positive mean"},
+      {"CVHighBT", {"n", "g"}, [](Args a) { return CVHighBT(WholeNumber(a[0], 2, "n"), WholeNumber(a[1], 1, "g")); },
+       "upper limit of the CV chart (alpha 0.0027) for subgroups of n and in-control CV g/10000"},
+      {"CVLowBT", {"n", "g"}, [](Args a) { return CVLowBT(WholeNumber(a[0], 2, "n"), WholeNumber(a[1], 1, "g")); },
+       "lower limit of the CV chart (alpha 0.0027) for subgroups of n and in-control CV g/10000"},
       {"Round", {"x", "decimals"}, [](Args a) { return Round(a[0], static_cast<int>(a[1])); },
        "decimal rounding with ties to the even digit"},
   };

@@ -34,9 +34,11 @@ inline double LogRatio(double f, double p) {
 
 // Solves F(x) = p for x > 0, where tail(x) returns F(x) with its slope and F
 // increases in x (or, with increasing == false, decreases); x starts the
-// search.
+// search. It ends once a Newton step in ln x is at most `tolerance`; a tail
+// known only to about 1e-13 (a numerical integral) ends earlier with a
+// larger tolerance instead of chasing its rounding noise.
 template <typename Tail>
-double SolveLogQuantile(Tail&& tail, double p, double x, bool increasing) {
+double SolveLogQuantile(Tail&& tail, double p, double x, bool increasing, double tolerance = 2e-16) {
   double lo = 0.0;
   double hi = HUGE_VAL;
   double previous_step = HUGE_VAL;
@@ -58,7 +60,7 @@ double SolveLogQuantile(Tail&& tail, double p, double x, bool increasing) {
       else
         next = root_below ? x * 1e-8 : x * 1e8;
     }
-    if (newton_ok && std::fabs(step) <= 2e-16) return next;
+    if (newton_ok && std::fabs(step) <= tolerance) return next;
     if (newton_ok && std::fabs(step) < 1e-9 && std::fabs(step) >= previous_step) return next;  // rounding noise
     previous_step = newton_ok ? std::fabs(step) : HUGE_VAL;
     if (next == x || next == 0.0 || std::isinf(next)) return next;

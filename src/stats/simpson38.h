@@ -2,6 +2,7 @@
 
 // Composite Simpson's three-eighths rule.
 
+#include <concepts>
 #include <stdexcept>
 
 namespace orvik::stats {
@@ -13,7 +14,7 @@ namespace orvik::stats {
 // instead, so every count keeps the error of order h^4 (one step alone takes
 // the trapezoidal rule). Throws std::invalid_argument for fewer than one
 // interval.
-template <typename F>
+template <std::invocable<double> F>
 double Simpson38(double lower, double upper, int intervals, F&& f) {
   if (intervals < 1) throw std::invalid_argument("the number of intervals must be at least 1");
   const double h = (upper - lower) / intervals;

@@ -110,7 +110,7 @@ class MainWindowTest : public QObject {
     QCOMPARE(OpenTitles(), QStringList{QStringLiteral("WorkSheet 1")});
     QVERIFY(LogText().endsWith(QStringLiteral("Welcome to Orvik 2.0\r\nWorkSheet 1 generation is completed")));
     // A command still to come does nothing.
-    window_->ToolClick(QStringLiteral("mnuRun"));
+    window_->ToolClick(QStringLiteral("mnuRader"));
     QCOMPARE(window_->DocumentWindowCount(), 1);
     QVERIFY(asked_.empty());
   }
@@ -382,6 +382,20 @@ class MainWindowTest : public QObject {
     window_->ToolClick(QStringLiteral("mnuHistogram"));
     QVERIFY(!given->isEnabled());
     QVERIFY(!window_->ActiveResultWindow()->GivenLimitsButton());
+  }
+
+  // The CV chart opens its dialog and a control chart window that takes
+  // given limits; the run chart a graph window that does not.
+  void theCVAndRunChartsOpenTheirWindowsFromTheMenus() {
+    QVERIFY(OpenExample("subgroups.csv", 1, 1, 25, 5));
+    AcceptDialogs();
+    window_->Tool(QStringLiteral("mnuCV"))->trigger();
+    QCOMPARE(window_->ActiveResultWindow()->windowTitle(), QStringLiteral("CV control chart"));
+    QVERIFY(window_->ActiveResultWindow()->OffersGivenLimits());
+    window_->Tool(QStringLiteral("mnuRun"))->trigger();
+    QCOMPARE(window_->ActiveResultWindow()->windowTitle(), QStringLiteral("Run chart"));
+    QVERIFY(!window_->ActiveResultWindow()->OffersGivenLimits());
+    QVERIFY(LogText().endsWith(QStringLiteral("CV control chart generation is completed\r\nRun chart generation is completed")));
   }
 
   void aControlChartWithoutItsKeyOffersNoGivenLimits() {

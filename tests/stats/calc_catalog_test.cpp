@@ -32,6 +32,8 @@ TEST(CalcCatalog, EveryFunctionAnswersAValidCall) {
       {"WValue", {20}},                 {"ShapiroWilkPValue", {0.9, 20}}, {"RegularizedGammaP", {2, 1}},
       {"RegularizedGammaQ", {2, 1}},    {"RegularizedBeta", {0.3, 2, 3}}, {"RegularizedBetaUpper", {0.3, 2, 3}},
       {"PChart", {0.2, 50}},            {"PChart2", {0.2, 50}},           {"Round", {2.675, 2}},
+      {"Simpson38", {0, 0.1, 10000, 5, 0.05}},
+      {"CVQuantile", {0.5, 5, 0.05}},   {"CVHighBT", {5, 500}},           {"CVLowBT", {5, 500}},
   };
   for (const auto& function : CalcCatalog()) {
     const auto it = valid.find(std::string(function.name));
@@ -54,6 +56,8 @@ TEST(CalcCatalog, InvalidArgumentsThrow) {
       {"GetInvNormal", {1}},      {"GetInvT", {1.5, 3}},       {"GetInvChisq", {-0.1, 3}}, {"GetInvFUpper", {0.5, 3, 0}},
       {"Estt", {38, 0}},          {"EstF", {0, 0, 4}},         {"NormalScore", {0, 5}}, {"WValue", {50}},
       {"RegularizedBeta", {2, 1, 1}},  {"PChart", {1.5, 50}},       {"PChart2", {0.2, 0}},
+      {"RegularizedBeta", {2, 1, 1}}, {"CVHighBT", {1, 500}},  {"CVLowBT", {5, 0.5}},   {"CVQuantile", {0.5, 5, 0}},
+      {"Simpson38", {0, 1, 0, 5, 0.1}}, {"Simpson38", {0, 1, 100, 2.5, 0.1}},
   };
   for (const auto& c : invalid) EXPECT_ANY_THROW(Call(c.name, c.arguments)) << c.name;
   EXPECT_THROW(Call("GetInvT", {0.0, 3}), std::invalid_argument);

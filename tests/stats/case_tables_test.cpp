@@ -8,6 +8,7 @@
 
 #include "distribution_checks.h"
 #include "stats/chi_square_distribution.h"
+#include "stats/coefficient_of_variation.h"
 #include "stats/critical_value_tables.h"
 #include "stats/f_distribution.h"
 #include "stats/incomplete_beta.h"
@@ -41,6 +42,10 @@ const std::map<std::string, std::function<double(const Arguments&)>> kFunctions 
     ORVIK_CASE(EstF, a.at(0), a.at(1), a.at(2)), ORVIK_CASE(NormalScore, a.at(0), a.at(1)),
     ORVIK_CASE(WValue, a.at(0)), ORVIK_CASE(ShapiroWilkPValue, a.at(0), a.at(1)),
     ORVIK_CASE(PChart, a.at(0), a.at(1)), ORVIK_CASE(PChart2, a.at(0), a.at(1)),
+    ORVIK_CASE(CVDensity, a.at(0), a.at(1), a.at(2)), ORVIK_CASE(CVDistribution, a.at(0), a.at(1), a.at(2)),
+    ORVIK_CASE(CVQuantile, a.at(0), a.at(1), a.at(2)), ORVIK_CASE(CVHighBT, int(a.at(0)), int(a.at(1))),
+    ORVIK_CASE(CVLowBT, int(a.at(0)), int(a.at(1))),
+    {"Simpson38", [](const Arguments& a) { return Simpson38(a.at(0), a.at(1), a.at(2), a.at(3), a.at(4)); }},
     {"ShapiroWilkCoefficient",  // a(n - k) of n
      [](const Arguments& a) { return ShapiroWilkCoefficients(int(a.at(0))).at(std::size_t(a.at(0) - 1 - a.at(1))); }},
 };

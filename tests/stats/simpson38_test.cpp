@@ -4,6 +4,9 @@
 
 #include <cmath>
 #include <stdexcept>
+#include <thread>
+
+#include "stats/coefficient_of_variation.h"
 
 namespace orvik::stats {
 namespace {
@@ -35,6 +38,18 @@ TEST(Simpson38, FourthOrderConvergence) {
 TEST(Simpson38, NeedsAtLeastOneInterval) {
   EXPECT_THROW(Simpson38(0.0, 1.0, 0, [](double x) { return x; }), std::invalid_argument);
   EXPECT_THROW(Simpson38(0.0, 1.0, -3, [](double x) { return x; }), std::invalid_argument);
+}
+
+// The library's four-argument form integrates the density of the sample CV
+// for the in-control CV its thread set last, and gives NaN before any.
+TEST(Simpson38, LibraryFormReadsTheInControlCVOfItsThread) {
+  SetCVInControl(0.1);
+  EXPECT_EQ(Simpson38(0.0, 0.2, 10000, 5), Simpson38(0.0, 0.2, 10000, 5, 0.1));
+  SetCVInControl(0.05);
+  EXPECT_EQ(Simpson38(0.0, 0.2, 10000, 5), Simpson38(0.0, 0.2, 10000, 5, 0.05));
+  double fresh = 0.0;
+  std::thread([&fresh] { fresh = Simpson38(0.0, 0.2, 10000, 5); }).join();
+  EXPECT_TRUE(std::isnan(fresh));
 }
 
 }  // namespace
