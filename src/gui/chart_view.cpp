@@ -1,6 +1,7 @@
 #include "gui/chart_view.h"
 
 #include <QPdfWriter>
+#include <QToolTip>
 
 #include <QFileInfo>
 #include <QSvgGenerator>
@@ -21,6 +22,8 @@ const QColor kSeriesColors[] = {QColor(0, 0, 160), QColor(0, 128, 0), QColor(160
 // Points are drawn with markers only while they stay legible; beyond this
 // the line alone is drawn, which keeps 100,000-point charts quick to pan.
 constexpr int kMaxMarkedPoints = 2000;
+// Rule letters are written beside at most this many flagged points.
+constexpr int kMaxRuleLabels = 150;
 
 // The fill of bars and boxes: the series colour washed out, so that a
 // saturated colour does not drown the outlines and grid lines.
@@ -69,6 +72,8 @@ ChartView::ChartView(const shell::ChartSeries& chart, PointInfoSource point_info
     axis->setSelectedLabelFont(text);
   }
   legend->setFont(text);
+  connect(xAxis, qOverload<const QCPRange&>(&QCPAxis::rangeChanged), this, [this] { UpdateDensity(); });
+  connect(this, &QCustomPlot::afterLayout, this, [this] { PlaceRuleLetters(); });
   // Limit lines and their labels lie beneath the series, so that they never
   // take a click meant for a point on or near them.
   addLayer(QStringLiteral("limits"), layer(QStringLiteral("main")), QCustomPlot::limBelow);
@@ -85,9 +90,18 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
   clearPlottables();
   clearItems();
   series_of_.clear();
-  first_marks_ = nullptr;
-  first_marked_numbers_.clear();
+  marks_.clear();
+  dense_.clear();
+  rule_letters_.clear();
+  legend->setVisible(false);
   info_ = nullptr;
+  // The legend goes back inside the plot before the chart is laid out again.
+  if (legend_below_) {
+    plotLayout()->take(legend);
+    plotLayout()->simplify();
+    axisRect()->insetLayout()->addElement(legend, Qt::AlignTop | Qt::AlignRight);
+    legend_below_ = false;
+  }
   if (plotLayout()->rowCount() > 1) {
     plotLayout()->removeAt(0);
     plotLayout()->simplify();
@@ -148,29 +162,8 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
         if (!line || y.size() <= kMaxMarkedPoints)
           graph->setScatterStyle(QCPScatterStyle(look_.pointShape, color, line ? 5 : 7));
         series_of_.insert(graph, static_cast<int>(s));
-        if (!series.marked.empty()) {
-          // Marked points: red filled squares over the series' own markers.
-          QVector<double> mx, my;
-          std::vector<long> numbers;
-          for (long number : series.marked) {
-            if (number < 1 || number > y.size()) continue;
-            mx.push_back(x[number - 1]);
-            my.push_back(y[number - 1]);
-            numbers.push_back(number);
-          }
-          auto* marks = addGraph(xAxis, value_axis);
-          marks->setName(QString::fromStdString(series.name) + QStringLiteral(" marked"));
-          marks->setData(mx, my, true);
-          marks->setLineStyle(QCPGraph::lsNone);
-          marks->setScatterStyle(QCPScatterStyle(QCPScatterStyle::ssSquare, Qt::red, Qt::red, 8));
-          marks->setSelectable(QCP::stNone);
-          if (s == 0) {
-            // setData sorts by x; marked numbers ascend with x as well.
-            std::sort(numbers.begin(), numbers.end());
-            first_marks_ = marks;
-            first_marked_numbers_ = std::move(numbers);
-          }
-        }
+        if (!series.marked.empty()) AddMarks(series, x, y, value_axis, s == 0);
+        if (line && y.size() > kMaxMarkedPoints) dense_.push_back({graph, look_.pointShape, color});
         if (!series.onSecondAxis)
           for (double v : series.y) take(v, y_min, y_max);
         for (double v : x) take(v, x_min, x_max);
@@ -365,14 +358,153 @@ QString ChartView::ShowPointInfo(long number) {
 }
 
 void ChartView::OnPlottableClick(QCPAbstractPlottable* plottable, int index) {
-  // Only the first series carries the numbered points.
-  if (plottable == first_marks_) {
-    if (index >= 0 && static_cast<std::size_t>(index) < first_marked_numbers_.size())
-      ShowPointInfo(first_marked_numbers_[static_cast<std::size_t>(index)]);
+  // Only the first series carries the numbered points; a click on a mark
+  // answers for the point under it.
+  if (const auto marks = marks_.find(plottable); marks != marks_.end()) {
+    if (marks->first && index >= 0 && static_cast<std::size_t>(index) < marks->numbers.size())
+      ShowPointInfo(marks->numbers[static_cast<std::size_t>(index)]);
     return;
   }
   const auto found = series_of_.find(plottable);
   if (found != series_of_.end() && found.value() == 0) ShowPointInfo(index + 1L);
+}
+
+namespace {
+
+const QColor kRuleColor(230, 120, 0);
+
+// "beyond a control limit", "run rules B C" or both, from a point's code.
+QString DescribeCode(const QString& code) {
+  QStringList parts;
+  if (code.contains(QLatin1Char('*'))) parts << QStringLiteral("beyond a control limit");
+  const QString rules = QString(code).remove(QLatin1Char('*')).simplified();
+  if (!rules.isEmpty()) parts << (rules.size() > 1 ? QStringLiteral("run rules ") : QStringLiteral("run rule ")) + rules;
+  return parts.join(QStringLiteral("; "));
+}
+
+}  // namespace
+
+// Marked points over their series: beyond a limit as red filled squares,
+// flagged by run rules alone as orange triangles with the rule letters
+// beside them where there is room. On a long chart the marks are thin, so
+// that they do not cover the line; zooming in shows them whole.
+void ChartView::AddMarks(const shell::PlotSeries& series, const QVector<double>& x, const QVector<double>& y,
+                         QCPAxis* value_axis, bool first) {
+  const bool dense = y.size() > kMaxMarkedPoints;
+  struct Kind {
+    QString name;
+    QCPScatterStyle::ScatterShape shape;
+    QColor color;
+    QVector<double> x, y;
+    MarkSet set;
+  } kinds[] = {{QStringLiteral("Beyond a limit"), QCPScatterStyle::ssSquare, Qt::red, {}, {}, {}},
+               {QStringLiteral("Run rule"), QCPScatterStyle::ssTriangle, kRuleColor, {}, {}, {}}};
+  for (std::size_t i = 0; i < series.marked.size(); ++i) {
+    const long number = series.marked[i];
+    if (number < 1 || number > y.size()) continue;
+    const QString code = i < series.markCodes.size() ? QString::fromStdString(series.markCodes[i]) : QStringLiteral("* ");
+    Kind& kind = kinds[code.contains(QLatin1Char('*')) ? 0 : 1];
+    kind.x.push_back(x[number - 1]);
+    kind.y.push_back(y[number - 1]);
+    kind.set.numbers.push_back(number);
+    kind.set.codes.push_back(code);
+  }
+  for (Kind& kind : kinds) {
+    if (kind.x.isEmpty()) continue;
+    auto* marks = addGraph(xAxis, value_axis);
+    marks->setName(kind.name);
+    // Sorting by x keeps the numbers in step: they ascend with x too.
+    marks->setData(kind.x, kind.y, true);
+    marks->setLineStyle(QCPGraph::lsNone);
+    marks->setScatterStyle(QCPScatterStyle(kind.shape, kind.color, kind.color, dense ? 4 : 8));
+    marks->setSelectable(QCP::stNone);
+    const bool labelled = !dense && kind.shape == QCPScatterStyle::ssTriangle && kind.x.size() <= kMaxRuleLabels;
+    for (int i = 0; labelled && i < kind.x.size(); ++i) {
+      auto* letters = new QCPItemText(this);
+      letters->setFont(ChartFont(10));
+      letters->setColor(kind.color);
+      letters->setText(QString(kind.set.codes[static_cast<std::size_t>(i)]).simplified());
+      letters->position->setAxes(xAxis, value_axis);
+      letters->position->setCoords(kind.x[i], kind.y[i]);
+      letters->setPositionAlignment(Qt::AlignHCenter | Qt::AlignBottom);
+      letters->setPadding(QMargins(0, 0, 0, 6));
+      rule_letters_.push_back(letters);
+    }
+    kind.set.first = first;
+    marks_.insert(marks, std::move(kind.set));
+  }
+  // A small legend under the plot tells the two kinds apart, each kind once.
+  if (!legend_below_) {
+    axisRect()->insetLayout()->take(legend);
+    plotLayout()->addElement(plotLayout()->rowCount(), 0, legend);
+    plotLayout()->setRowStretchFactor(plotLayout()->rowCount() - 1, 0.001);
+    legend->setFillOrder(QCPLayoutGrid::foColumnsFirst);
+    legend->setFont(ChartFont(10));
+    legend->setBorderPen(Qt::NoPen);
+    legend->setMargins(QMargins(4, 0, 4, 2));
+    legend_below_ = true;
+  }
+  legend->setVisible(true);
+  QSet<QString> listed;
+  for (int i = 0; i < legend->itemCount(); ++i) {
+    auto* item = qobject_cast<QCPPlottableLegendItem*>(legend->item(i));
+    if (!item) continue;
+    if (!marks_.contains(item->plottable()) || listed.contains(item->plottable()->name())) {
+      legend->removeItem(i--);
+      continue;
+    }
+    listed.insert(item->plottable()->name());
+  }
+}
+
+// Rule letters show where they have room: a label that would overlap the
+// one before it is left out (its point still tells its rules on a hover).
+void ChartView::PlaceRuleLetters() {
+  double last_right = -std::numeric_limits<double>::infinity();
+  for (QCPItemText* letters : rule_letters_) {
+    const double width = QFontMetricsF(letters->font()).horizontalAdvance(letters->text());
+    const double centre = letters->position->pixelPosition().x();
+    const bool room = centre - width / 2 > last_right + 2;
+    letters->setVisible(room);
+    if (room) last_right = centre + width / 2;
+  }
+}
+
+// Above kMaxMarkedPoints points in view a line shows no point markers and
+// its marks shrink; fewer, zoomed in, show them whole.
+void ChartView::UpdateDensity() {
+  for (const DenseLine& line : dense_) {
+    const auto data = line.graph->data();
+    const QCPRange range = xAxis->range();
+    const auto shown = data->findEnd(range.upper) - data->findBegin(range.lower);
+    const bool whole = shown <= kMaxMarkedPoints;
+    line.graph->setScatterStyle(whole ? QCPScatterStyle(line.shape, line.color, 5) : QCPScatterStyle());
+    for (auto mark = marks_.begin(); mark != marks_.end(); ++mark) {
+      auto* graph = static_cast<QCPGraph*>(mark.key());
+      QCPScatterStyle style = graph->scatterStyle();
+      style.setSize(whole ? 8 : 4);
+      graph->setScatterStyle(style);
+    }
+  }
+}
+
+// The pointer resting on a marked point tells why it is marked.
+void ChartView::mouseMoveEvent(QMouseEvent* event) {
+  QCustomPlot::mouseMoveEvent(event);
+  if (event->buttons() != Qt::NoButton) return;
+  for (auto mark = marks_.begin(); mark != marks_.end(); ++mark) {
+    QVariant details;
+    const double distance = mark.key()->selectTest(event->position(), false, &details);
+    if (distance < 0 || distance > 8) continue;
+    const QCPDataSelection selection = details.value<QCPDataSelection>();
+    if (selection.isEmpty()) continue;
+    const auto index = static_cast<std::size_t>(selection.dataRange().begin());
+    if (index >= mark->numbers.size()) continue;
+    QToolTip::showText(event->globalPosition().toPoint(),
+                       QStringLiteral("Point %1: %2").arg(mark->numbers[index]).arg(DescribeCode(mark->codes[index])), this);
+    return;
+  }
+  QToolTip::hideText();
 }
 
 QSize StackedSize(const std::vector<ChartView*>& charts) {

@@ -50,6 +50,9 @@ class ChartView : public QCustomPlot {
   QString ShowPointInfo(long number);
   QString PointInfo() const;
 
+ protected:
+  void mouseMoveEvent(QMouseEvent* event) override;
+
  private:
   void OnPlottableClick(QCPAbstractPlottable* plottable, int index);
 
@@ -59,11 +62,29 @@ class ChartView : public QCustomPlot {
   QCPItemText* info_ = nullptr;
   // For each plottable drawn, the index of its series in the description.
   QHash<QCPAbstractPlottable*, int> series_of_;
-  // The graph of the first series' marked points, drawn over the series, and
-  // the point number of each of its markers: a click on a marked point lands
-  // on this graph.
-  QCPAbstractPlottable* first_marks_ = nullptr;
-  std::vector<long> first_marked_numbers_;
+  // The marks of one kind drawn over a series: each mark's point number and
+  // code, in the order of the graph's data. A click on a mark of the first
+  // series lands on its graph.
+  struct MarkSet {
+    std::vector<long> numbers;
+    std::vector<QString> codes;
+    bool first = false;
+  };
+  void AddMarks(const shell::PlotSeries& series, const QVector<double>& x, const QVector<double>& y,
+                QCPAxis* value_axis, bool first);
+  QHash<QCPAbstractPlottable*, MarkSet> marks_;
+  // Lines too long for point markers; zooming in shows them.
+  struct DenseLine {
+    QCPGraph* graph;
+    QCPScatterStyle::ScatterShape shape;
+    QColor color;
+  };
+  void UpdateDensity();
+  std::vector<DenseLine> dense_;
+  // The rule letters beside flagged points, in the order of their points.
+  void PlaceRuleLetters();
+  std::vector<QCPItemText*> rule_letters_;
+  bool legend_below_ = false;  // the legend sits in a row under the plot
 };
 
 // The charts of a result window one above the other, as for the screen:

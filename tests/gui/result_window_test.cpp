@@ -138,6 +138,32 @@ class ResultWindowTest : public QObject {
     QCOMPARE(window.GridText(), QStringLiteral("xbar\txbar UCL\r\n10\t12.5\r\n\r\n [xbar & R Code] \r\n"));
   }
 
+  void beyondLimitAndRuleFlaggedPointsLookApart() {
+    shell::ResultWindow record = TwoChartWindow();
+    shell::PlotSeries& xbar = record.Chart("ChartOne").series.front();
+    xbar.marked = {2, 4, 5};
+    xbar.markCodes = {"B ", "* C ", "B C "};
+    ResultWindowWidget window(record);
+    ChartView* chart = window.Charts().front();
+    QStringList legend;
+    for (int i = 0; i < chart->legend->itemCount(); ++i)
+      legend << qobject_cast<QCPPlottableLegendItem*>(chart->legend->item(i))->plottable()->name();
+    QCOMPARE(legend, (QStringList{"Beyond a limit", "Run rule"}));
+    QVERIFY(chart->legend->visible());
+    const auto graph = [chart](const char* name) {
+      for (int i = 0; i < chart->graphCount(); ++i)
+        if (chart->graph(i)->name() == QLatin1String(name)) return chart->graph(i);
+      return static_cast<QCPGraph*>(nullptr);
+    };
+    QCOMPARE(graph("Beyond a limit")->scatterStyle().shape(), QCPScatterStyle::ssSquare);
+    QCOMPARE(graph("Beyond a limit")->dataCount(), 1);
+    QCOMPARE(graph("Run rule")->scatterStyle().shape(), QCPScatterStyle::ssTriangle);
+    QCOMPARE(graph("Run rule")->dataCount(), 2);
+    QVERIFY(Texts(chart).contains(QStringLiteral("B C")));  // letters beside the flagged point
+    // The lower chart has no marks, and so no legend.
+    QVERIFY(!window.Charts().back()->legend->visible());
+  }
+
   void aClickOnAPointShowsItsNumberAndValue() {
     // A one-chart window of the MR chart: its points are numbered from
     // sample 2, and a click names the sample, not the position.
@@ -228,6 +254,12 @@ class ResultWindowTest : public QObject {
       chart->replot(QCustomPlot::rpImmediateRefresh);
     }
     QVERIFY2(timer.elapsed() < 2000, qPrintable(QString::number(timer.elapsed())));
+    // The long line shows no point markers until zoomed in to a few points.
+    QCPGraph* line = chart->graph(0);
+    chart->xAxis->setRange(0, 100'000);
+    QCOMPARE(line->scatterStyle().shape(), QCPScatterStyle::ssNone);
+    chart->xAxis->setRange(10, 60);
+    QVERIFY(line->scatterStyle().shape() != QCPScatterStyle::ssNone);
   }
 
   // Pictures and prints hold every chart of the window, stacked.
@@ -271,7 +303,7 @@ class ResultWindowTest : public QObject {
     QCOMPARE(chart->Description().title, std::string("Means"));
     QVERIFY(!chart->xAxis->grid()->visible());
     QCOMPARE(CountItems(chart, "QCPItemStraightLine"), 3);  // redrawn, not doubled
-    QCOMPARE(chart->plotLayout()->rowCount(), 2);
+    QCOMPARE(chart->plotLayout()->rowCount(), 3);  // title, plot, the legend of the marked point
   }
 
   void dialogWidgetsFollowTheModel() {
