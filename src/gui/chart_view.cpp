@@ -382,6 +382,15 @@ QString DescribeCode(const QString& code) {
   return parts.join(QStringLiteral("; "));
 }
 
+// A mark drawn whole, or thin on a line of more points than the plot has
+// room for: beyond-limit points as single red dots (they lie outside the
+// band of the line), rule flags left to the zoomed-in view.
+QCPScatterStyle MarkStyle(bool rule, bool whole) {
+  const QColor color = rule ? kRuleColor : QColor(Qt::red);
+  if (whole) return QCPScatterStyle(rule ? QCPScatterStyle::ssTriangle : QCPScatterStyle::ssSquare, color, color, 8);
+  return rule ? QCPScatterStyle() : QCPScatterStyle(QCPScatterStyle::ssDisc, color, color, 3);
+}
+
 }  // namespace
 
 // Marked points over their series: beyond a limit as red filled squares,
@@ -416,7 +425,8 @@ void ChartView::AddMarks(const shell::PlotSeries& series, const QVector<double>&
     // Sorting by x keeps the numbers in step: they ascend with x too.
     marks->setData(kind.x, kind.y, true);
     marks->setLineStyle(QCPGraph::lsNone);
-    marks->setScatterStyle(QCPScatterStyle(kind.shape, kind.color, kind.color, dense ? 4 : 8));
+    kind.set.rule = kind.shape == QCPScatterStyle::ssTriangle;
+    marks->setScatterStyle(MarkStyle(kind.set.rule, !dense));
     marks->setSelectable(QCP::stNone);
     const bool labelled = !dense && kind.shape == QCPScatterStyle::ssTriangle && kind.x.size() <= kMaxRuleLabels;
     for (int i = 0; labelled && i < kind.x.size(); ++i) {
@@ -479,12 +489,8 @@ void ChartView::UpdateDensity() {
     const auto shown = data->findEnd(range.upper) - data->findBegin(range.lower);
     const bool whole = shown <= kMaxMarkedPoints;
     line.graph->setScatterStyle(whole ? QCPScatterStyle(line.shape, line.color, 5) : QCPScatterStyle());
-    for (auto mark = marks_.begin(); mark != marks_.end(); ++mark) {
-      auto* graph = static_cast<QCPGraph*>(mark.key());
-      QCPScatterStyle style = graph->scatterStyle();
-      style.setSize(whole ? 8 : 4);
-      graph->setScatterStyle(style);
-    }
+    for (auto mark = marks_.begin(); mark != marks_.end(); ++mark)
+      static_cast<QCPGraph*>(mark.key())->setScatterStyle(MarkStyle(mark->rule, whole));
   }
 }
 

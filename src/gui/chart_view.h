@@ -69,6 +69,7 @@ class ChartView : public QCustomPlot {
     std::vector<long> numbers;
     std::vector<QString> codes;
     bool first = false;
+    bool rule = false;  // flagged by run rules alone
   };
   void AddMarks(const shell::PlotSeries& series, const QVector<double>& x, const QVector<double>& y,
                 QCPAxis* value_axis, bool first);
