@@ -5,6 +5,8 @@
 #include "analyses/estimation_dialogs.h"
 #include "analyses/hypothesis_commands.h"
 #include "analyses/hypothesis_dialogs.h"
+#include "analyses/one_way_anova.h"
+#include "analyses/simple_regression.h"
 
 namespace orvik::analyses {
 
@@ -24,6 +26,16 @@ CommandDeclaration Report(std::string_view key, std::string_view submenu, std::s
           .window = shell::WindowKind::DataChart};
 }
 
+// A report with its charts: a DataChart window holding a grid and
+// `charts` charts.
+CommandDeclaration Graph(std::string_view key, std::string_view submenu, std::string_view caption,
+                         shell::CommandProcedure run, std::vector<std::string_view> dialogs, int charts) {
+  CommandDeclaration declaration = Report(key, submenu, caption, run, std::move(dialogs));
+  declaration.chartCount = charts;
+  return declaration;
+}
+
+constexpr std::string_view kAnova = "Analysis of Variance";
 constexpr std::string_view kEstimation = "Interval Estimation";
 constexpr std::string_view kTests = "Hypothesis Tests";
 
@@ -51,8 +63,8 @@ std::vector<CommandDeclaration> InferenceCommands() {
       Report("mnuHypoPaired", kTests, "Paired t Test", TwoHypothPairedMean, {"TwoHypoth"}),
       {.key = "mnuNormalTest", .menu = "mnuAnalysis", .caption = "&Normality Test"},
       {.key = "mnuCorrelation", .menu = "mnuAnalysis", .caption = "C&orrelation"},
-      {.key = "mnuSimpleReg", .menu = "mnuAnalysis", .caption = "Simple &Linear Regression"},
-      {.key = "mnuOneway", .menu = "mnuAnalysis", .submenu = "Analysis of Variance", .caption = "One-way ANOVA"},
+      Graph("mnuSimpleReg", "", "Simple &Linear Regression", SimpleRegView, {"SimpleReg"}, 5),
+      Graph("mnuOneway", kAnova, "One-way ANOVA", OnewayView, {"Oneway"}, 1),
       {.key = "mnuTwoway", .menu = "mnuAnalysis", .submenu = "Analysis of Variance", .caption = "Two-way ANOVA"},
       {.key = "mnuOneDesign", .menu = "mnuAnalysis", .submenu = "Design of Experiments",
        .caption = "One-factor Design..."},
@@ -74,6 +86,8 @@ std::vector<shell::DialogDeclaration> InferenceDialogs() {
       {"HypothProportion", MakeHypothProportion},
       {"TwoHypothProportion", MakeTwoHypothProportion},
       {"TwoHypoth", MakeTwoHypoth},
+      {"SimpleReg", MakeSimpleReg},
+      {"Oneway", MakeOneway},
   };
 }
 

@@ -31,7 +31,8 @@ TEST(CalcCatalog, EveryFunctionAnswersAValidCall) {
       {"EstinvChi", {10, 4}},           {"EstF", {3, 4, 2}},              {"NormalScore", {1, 10}},
       {"WValue", {20}},                 {"ShapiroWilkPValue", {0.9, 20}}, {"RegularizedGammaP", {2, 1}},
       {"RegularizedGammaQ", {2, 1}},    {"RegularizedBeta", {0.3, 2, 3}}, {"RegularizedBetaUpper", {0.3, 2, 3}},
-      {"Round", {2.675, 2}},
+      {"Round", {2.675, 2}},             {"GetDFTukey", {3, 3, 10}},         {"GetDFTukeyUpper", {3, 3, 10}},
+      {"GetInvTukey", {0.9, 3, 10}},      {"GetInvTukeyUpper", {0.05, 3, 10}},
   };
   for (const auto& function : CalcCatalog()) {
     const auto it = valid.find(std::string(function.name));
@@ -53,7 +54,8 @@ TEST(CalcCatalog, InvalidArgumentsThrow) {
       {"GetDFChisq", {1, -2}},    {"GetDFF", {1, 0, 3}},       {"GetDFFUpper", {1, 3, -3}}, {"GetInvNormal", {0}},
       {"GetInvNormal", {1}},      {"GetInvT", {1.5, 3}},       {"GetInvChisq", {-0.1, 3}}, {"GetInvFUpper", {0.5, 3, 0}},
       {"Estt", {38, 0}},          {"EstF", {0, 0, 4}},         {"NormalScore", {0, 5}}, {"WValue", {50}},
-      {"RegularizedBeta", {2, 1, 1}},
+      {"RegularizedBeta", {2, 1, 1}}, {"GetDFTukey", {3, 1, 10}},  {"GetInvTukeyUpper", {0.05, 3.5, 10}},
+      {"GetDFTukeyUpper", {3, 3, 0}},
   };
   for (const auto& c : invalid) EXPECT_ANY_THROW(Call(c.name, c.arguments)) << c.name;
   EXPECT_THROW(Call("GetInvT", {0.0, 3}), std::invalid_argument);

@@ -15,6 +15,7 @@
 #include "stats/normal_distribution.h"
 #include "stats/normal_scores.h"
 #include "stats/shapiro_wilk.h"
+#include "stats/studentized_range.h"
 #include "stats/t_distribution.h"
 #include "support/case_table.h"
 
@@ -39,6 +40,8 @@ const std::map<std::string, std::function<double(const Arguments&)>> kFunctions 
     ORVIK_CASE(Estt, a.at(0), a.at(1)), ORVIK_CASE(EstChi, a.at(0), a.at(1)), ORVIK_CASE(EstinvChi, a.at(0), a.at(1)),
     ORVIK_CASE(EstF, a.at(0), a.at(1), a.at(2)), ORVIK_CASE(NormalScore, a.at(0), a.at(1)),
     ORVIK_CASE(WValue, a.at(0)), ORVIK_CASE(ShapiroWilkPValue, a.at(0), a.at(1)),
+    ORVIK_CASE(GetDFTukey, a.at(0), a.at(1), a.at(2)), ORVIK_CASE(GetDFTukeyUpper, a.at(0), a.at(1), a.at(2)),
+    ORVIK_CASE(GetInvTukey, a.at(0), a.at(1), a.at(2)), ORVIK_CASE(GetInvTukeyUpper, a.at(0), a.at(1), a.at(2)),
     {"ShapiroWilkCoefficient",  // a(n - k) of n
      [](const Arguments& a) { return ShapiroWilkCoefficients(int(a.at(0))).at(std::size_t(a.at(0) - 1 - a.at(1))); }},
 };
