@@ -5,6 +5,7 @@
 #include "analyses/estimation_dialogs.h"
 #include "analyses/hypothesis_commands.h"
 #include "analyses/hypothesis_dialogs.h"
+#include "analyses/normality_test.h"
 #include "analyses/one_way_anova.h"
 #include "analyses/simple_regression.h"
 
@@ -61,7 +62,7 @@ std::vector<CommandDeclaration> InferenceCommands() {
       Report("mnuVarDiffHypoth", kTests, "2-Sample Variance", TwoHypothVariance, {"TwoHypoth"}),
       Report("mnuIndependent", kTests, "2-Sample t Test", TwoHypothMean, {"TwoHypoth"}),
       Report("mnuHypoPaired", kTests, "Paired t Test", TwoHypothPairedMean, {"TwoHypoth"}),
-      {.key = "mnuNormalTest", .menu = "mnuAnalysis", .caption = "&Normality Test"},
+      Graph("mnuNormalTest", "", "&Normality Test", NormalTestView, {"NormalTest"}, 1),
       {.key = "mnuCorrelation", .menu = "mnuAnalysis", .caption = "C&orrelation"},
       Graph("mnuSimpleReg", "", "Simple &Linear Regression", SimpleRegView, {"SimpleReg"}, 5),
       Graph("mnuOneway", kAnova, "One-way ANOVA", OnewayView, {"Oneway"}, 1),
@@ -86,6 +87,7 @@ std::vector<shell::DialogDeclaration> InferenceDialogs() {
       {"HypothProportion", MakeHypothProportion},
       {"TwoHypothProportion", MakeTwoHypothProportion},
       {"TwoHypoth", MakeTwoHypoth},
+      {"NormalTest", MakeNormalTest},
       {"SimpleReg", MakeSimpleReg},
       {"Oneway", MakeOneway},
   };
