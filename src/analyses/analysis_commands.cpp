@@ -1,5 +1,6 @@
 #include "analyses/analysis_commands.h"
 
+#include "analyses/correlation.h"
 #include "analyses/descriptive_statistics.h"
 #include "analyses/estimation_commands.h"
 #include "analyses/estimation_dialogs.h"
@@ -63,7 +64,7 @@ std::vector<CommandDeclaration> InferenceCommands() {
       Report("mnuIndependent", kTests, "2-Sample t Test", TwoHypothMean, {"TwoHypoth"}),
       Report("mnuHypoPaired", kTests, "Paired t Test", TwoHypothPairedMean, {"TwoHypoth"}),
       Graph("mnuNormalTest", "", "&Normality Test", NormalTestView, {"NormalTest"}, 1),
-      {.key = "mnuCorrelation", .menu = "mnuAnalysis", .caption = "C&orrelation"},
+      Report("mnuCorrelation", "", "C&orrelation", CorrelationView, {"Correlation"}),
       Graph("mnuSimpleReg", "", "Simple &Linear Regression", SimpleRegView, {"SimpleReg"}, 5),
       Graph("mnuOneway", kAnova, "One-way ANOVA", OnewayView, {"Oneway"}, 1),
       {.key = "mnuTwoway", .menu = "mnuAnalysis", .submenu = "Analysis of Variance", .caption = "Two-way ANOVA"},
@@ -88,6 +89,7 @@ std::vector<shell::DialogDeclaration> InferenceDialogs() {
       {"TwoHypothProportion", MakeTwoHypothProportion},
       {"TwoHypoth", MakeTwoHypoth},
       {"NormalTest", MakeNormalTest},
+      {"Correlation", MakeCorrelation},
       {"SimpleReg", MakeSimpleReg},
       {"Oneway", MakeOneway},
   };
