@@ -9,6 +9,7 @@
 #include "analyses/normality_test.h"
 #include "analyses/one_way_anova.h"
 #include "analyses/simple_regression.h"
+#include "analyses/two_way_anova.h"
 
 namespace orvik::analyses {
 
@@ -67,7 +68,7 @@ std::vector<CommandDeclaration> InferenceCommands() {
       Report("mnuCorrelation", "", "C&orrelation", CorrelationView, {"Correlation"}),
       Graph("mnuSimpleReg", "", "Simple &Linear Regression", SimpleRegView, {"SimpleReg"}, 5),
       Graph("mnuOneway", kAnova, "One-way ANOVA", OnewayView, {"Oneway"}, 1),
-      {.key = "mnuTwoway", .menu = "mnuAnalysis", .submenu = "Analysis of Variance", .caption = "Two-way ANOVA"},
+      Graph("mnuTwoway", kAnova, "Two-way ANOVA", TwowayView, {"Twoway"}, 3),
       {.key = "mnuOneDesign", .menu = "mnuAnalysis", .submenu = "Design of Experiments",
        .caption = "One-factor Design..."},
       {.key = "mnuTwoDesign", .menu = "mnuAnalysis", .submenu = "Design of Experiments",
@@ -92,6 +93,7 @@ std::vector<shell::DialogDeclaration> InferenceDialogs() {
       {"Correlation", MakeCorrelation},
       {"SimpleReg", MakeSimpleReg},
       {"Oneway", MakeOneway},
+      {"Twoway", MakeTwoway},
   };
 }
 

@@ -57,6 +57,15 @@ std::vector<std::string> ColumnTexts(const worksheet::Worksheet& sheet, const wo
   return texts;
 }
 
+void SortLevelNames(std::vector<std::string>& names) {
+  const bool numeric = std::all_of(names.begin(), names.end(),
+                                   [](const std::string& n) { return worksheet::ParseCellNumber(n).has_value(); });
+  std::stable_sort(names.begin(), names.end(), [numeric](const std::string& a, const std::string& b) {
+    if (numeric) return *worksheet::ParseCellNumber(a) < *worksheet::ParseCellNumber(b);
+    return a < b;
+  });
+}
+
 ColumnChoiceDialog::ColumnChoiceDialog(std::string name, std::string caption, std::vector<BlockColumn> columns)
     : AnalysisDialog(std::move(name), std::move(caption), kCancelSelection), columns_(std::move(columns)) {}
 

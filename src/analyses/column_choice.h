@@ -28,6 +28,13 @@ std::vector<double> ColumnCells(const worksheet::Worksheet& sheet, const workshe
 std::vector<std::string> ColumnTexts(const worksheet::Worksheet& sheet, const worksheet::DataSelection& selection,
                                      long column);
 
+// Sorts the level names of a factor: numerically when every name is a
+// number, otherwise as texts.
+void SortLevelNames(std::vector<std::string>& names);
+
+// The refusal of a factor with a single level.
+inline constexpr const char* kOneLevel = "The factor has only one level";
+
 // A dialog whose text boxes each name one column of the block, by header
 // name or letters (case does not matter). OK refuses a name that is not a
 // column of the block ("Please, select valid data") and one column chosen

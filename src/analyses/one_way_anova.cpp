@@ -16,17 +16,17 @@ namespace orvik::analyses {
 namespace {
 
 const SessionLines kLines{"One-way ANOVA", "Cancel one-way ANOVA"};
-constexpr const char* kOneLevel = "The factor has only one level";
 
-// Levels in the order of their names: numerically when every name is a
-// number, otherwise as texts.
+// Levels in the order of their names (SortLevelNames).
 void SortLevels(std::vector<FactorLevel>& levels) {
-  const bool numeric = std::all_of(levels.begin(), levels.end(),
-                                   [](const FactorLevel& l) { return worksheet::ParseCellNumber(l.name).has_value(); });
-  std::stable_sort(levels.begin(), levels.end(), [numeric](const FactorLevel& a, const FactorLevel& b) {
-    if (numeric) return *worksheet::ParseCellNumber(a.name) < *worksheet::ParseCellNumber(b.name);
-    return a.name < b.name;
-  });
+  std::vector<std::string> names;
+  for (const auto& level : levels) names.push_back(level.name);
+  SortLevelNames(names);
+  std::vector<FactorLevel> sorted;
+  for (const auto& name : names)
+    for (auto& level : levels)
+      if (level.name == name) sorted.push_back(std::move(level));
+  levels = std::move(sorted);
 }
 
 std::vector<FactorLevel> ReadLevels(const worksheet::Worksheet& sheet, const worksheet::DataSelection& selection,
