@@ -70,9 +70,11 @@ ColumnChoiceDialog::ColumnChoiceDialog(std::string name, std::string caption, st
     : AnalysisDialog(std::move(name), std::move(caption), kCancelSelection), columns_(std::move(columns)) {}
 
 void ColumnChoiceDialog::AddColumnBox(const std::string& box, std::size_t default_index, const std::string& caption) {
+  // Without a block (the dialog as listed, or made fresh to compare a
+  // run's settings with) a box names no column, so a recorded run keeps
+  // every column the user confirmed.
   std::string text;
   if (default_index < columns_.size()) text = columns_[default_index].name;
-  else if (columns_.empty()) text = worksheet::ColumnLetters(static_cast<long>(default_index) + 1);
   AddTextBox(box, text).caption = caption;
   boxes_.push_back(box);
 }

@@ -48,7 +48,8 @@ class ColumnChoiceDialog : public AnalysisDialog {
  protected:
   ColumnChoiceDialog(std::string name, std::string caption, std::vector<BlockColumn> columns);
   // A box whose default names the block's column `default_index` (0-based;
-  // letters counted from A when the dialog is made without a block).
+  // empty when the block has no such column or the dialog is made without
+  // a block).
   void AddColumnBox(const std::string& box, std::size_t default_index, const std::string& caption);
   // Resolves the enabled column boxes; false (after the refusal) when one
   // names no column of the block or two name the same.
