@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "analyses/centred_data.h"
+#include "stats/normal_distribution.h"
 #include "stats/normal_scores.h"
 
 namespace orvik::analyses {
@@ -20,7 +21,14 @@ shell::ChartSeries NormalProbabilityChart(const std::string& name, std::span<con
   std::sort(sorted.begin(), sorted.end());
   const double n = static_cast<double>(sorted.size());
   std::vector<double> scores;
-  for (std::size_t i = 0; i < sorted.size(); ++i) scores.push_back(stats::NormalScore(static_cast<double>(i + 1), n));
+  // Exact scores cost about 20 microseconds each; beyond 5,000 values
+  // Blom's approximation Phi^-1((i - 3/8) / (n + 1/4)), within 1e-3 of
+  // them there, draws the same picture.
+  const bool exact = sorted.size() <= 5000;
+  for (std::size_t i = 0; i < sorted.size(); ++i) {
+    const double rank = static_cast<double>(i + 1);
+    scores.push_back(exact ? stats::NormalScore(rank, n) : stats::GetInvNormal((rank - 0.375) / (n + 0.25)));
+  }
   const double mean = Mean(sorted);
   const double sd = std::sqrt(SquaredDeviations(sorted, mean) / (n - 1.0));
   shell::PlotSeries points{.name = "Data", .type = shell::SeriesType::Points};

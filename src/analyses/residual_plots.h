@@ -8,7 +8,8 @@
 namespace orvik::analyses {
 
 // A normal probability plot named `name`: the sorted values (x) against
-// their normal scores (y, stats::NormalScore), with the line of the normal
+// their normal scores (y, stats::NormalScore; Blom's approximation above
+// 5,000 values), with the line of the normal
 // distribution of the values' mean and standard deviation,
 // score = (x - mean) / sd. At least two values, not all equal.
 shell::ChartSeries NormalProbabilityChart(const std::string& name, std::span<const double> values,

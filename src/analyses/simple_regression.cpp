@@ -16,6 +16,8 @@ namespace {
 
 const SessionLines kLines{"Simple linear regression", "Cancel simple linear regression"};
 constexpr int kBandPoints = 50;
+// The unusual observations listed; a large sample has about 5 % of them.
+constexpr long kListedUnusual = 50;
 
 struct Pairs {
   std::vector<double> x;
@@ -105,19 +107,21 @@ shell::ResultWindow MakeReport(const RegressionFit& fit, const Pairs& pairs, con
   AddHeading(table, {"4. Unusual observations"});
   AddHeading(table, {"Obs", x_name, y_name, "Fit", "Residual", "St Resid"});
   const double leverage_limit = 3.0 * (fit.constant ? 2.0 : 1.0) / static_cast<double>(fit.n);
-  bool any = false;
+  long unusual = 0;
   for (long i = 0; i < fit.n; ++i) {
     const bool large = std::fabs(fit.standardizedResiduals[i]) > 2.0;
     const bool leverage = fit.leverage[i] > leverage_limit;
     if (!large && !leverage) continue;
-    any = true;
+    if (++unusual > kListedUnusual) continue;
     std::string mark = ShownStatistic(fit.standardizedResiduals[i]);
     if (large) mark += " R";
     if (leverage) mark += " X";
     table.AddRow({std::to_string(i + 1), stats::FormatNumber(pairs.x[i]), stats::FormatNumber(pairs.y[i]),
                   ShownStatistic(fit.fitted[i]), ShownStatistic(fit.residuals[i]), mark});
   }
-  if (!any) table.AddRow({"None"});
+  if (unusual == 0) table.AddRow({"None"});
+  if (unusual > kListedUnusual)
+    table.AddRow({std::to_string(unusual - kListedUnusual) + " more unusual observations are not listed"});
   table.AddRow({"R: large standardized residual (|St Resid| > 2); X: high leverage (h > 3p/n)"});
   window.table = std::move(table);
   AddFittedLineChart(window, fit, pairs, x_name, y_name, level);
