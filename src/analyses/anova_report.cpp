@@ -11,6 +11,13 @@ std::string ShownStatistic(double value) { return std::isfinite(value) ? Statist
 
 std::string ShownPValue(double p) { return std::isfinite(p) ? SixDecimals(p) : "*"; }
 
+shell::PlotSeries NamedSeries(std::string name, shell::SeriesType type) {
+  shell::PlotSeries series;
+  series.name = std::move(name);
+  series.type = type;
+  return series;
+}
+
 shell::ResultTable ReportGrid(std::size_t width) {
   shell::ResultTable table;
   table.columns.assign(width, "");

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "shell/chart_series.h"
 #include "shell/result_table.h"
 
 namespace orvik::analyses {
@@ -15,6 +16,9 @@ namespace orvik::analyses {
 std::string ShownStatistic(double value);
 // A p-value as shown (six decimals), or "*".
 std::string ShownPValue(double p);
+
+// An empty plotted series of the given name and type.
+shell::PlotSeries NamedSeries(std::string name, shell::SeriesType type);
 
 // A white report grid of `width` columns without a heading row.
 shell::ResultTable ReportGrid(std::size_t width);

@@ -101,13 +101,13 @@ shell::ResultWindow MakeReport(const OneWayFit& fit, const std::string& factor_n
   chart.title = "Interval plot (95% CI of the mean, pooled S)";
   chart.xTitle = factor_name;
   chart.yTitle = "Mean";
-  shell::PlotSeries means{.name = "Mean", .type = shell::SeriesType::Points};
+  shell::PlotSeries means = NamedSeries("Mean", shell::SeriesType::Points);
   for (std::size_t i = 0; i < fit.levels.size(); ++i) {
     const auto& level = fit.levels[i];
     const double x = static_cast<double>(i + 1);
     means.x.push_back(x);
     means.y.push_back(level.mean);
-    shell::PlotSeries interval{.name = level.name + " 95% CI", .type = shell::SeriesType::Line};
+    shell::PlotSeries interval = NamedSeries(level.name + " 95% CI", shell::SeriesType::Line);
     interval.x.push_back(x);
     interval.x.push_back(x);
     interval.y.push_back(level.lower);

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <vector>
 
+#include "analyses/anova_report.h"
 #include "analyses/centred_data.h"
 #include "stats/normal_distribution.h"
 #include "stats/normal_scores.h"
@@ -31,10 +32,10 @@ shell::ChartSeries NormalProbabilityChart(const std::string& name, std::span<con
   }
   const double mean = Mean(sorted);
   const double sd = std::sqrt(SquaredDeviations(sorted, mean) / (n - 1.0));
-  shell::PlotSeries points{.name = "Data", .type = shell::SeriesType::Points};
+  shell::PlotSeries points = NamedSeries("Data", shell::SeriesType::Points);
   points.x = shell::NumberSeries(sorted);
   points.y = shell::NumberSeries(scores);
-  shell::PlotSeries line{.name = "Normal line", .type = shell::SeriesType::Line};
+  shell::PlotSeries line = NamedSeries("Normal line", shell::SeriesType::Line);
   line.x = shell::NumberSeries({sorted.front(), sorted.back()});
   line.y = shell::NumberSeries({(sorted.front() - mean) / sd, (sorted.back() - mean) / sd});
   chart.series.push_back(std::move(points));
@@ -52,11 +53,11 @@ void AddResidualPlots(shell::ResultWindow& window, std::span<const double> resid
   fits.title = "Residuals versus fits";
   fits.xTitle = "Fitted value";
   fits.yTitle = "Residual";
-  shell::PlotSeries by_fit{.name = "Residual", .type = shell::SeriesType::Points};
+  shell::PlotSeries by_fit = NamedSeries("Residual", shell::SeriesType::Points);
   by_fit.x = shell::NumberSeries(std::vector<double>(fitted.begin(), fitted.end()));
   by_fit.y = shell::NumberSeries(std::vector<double>(residuals.begin(), residuals.end()));
   fits.series.push_back(std::move(by_fit));
-  fits.lines.push_back({shell::LineOrientation::Horizontal, 0.0, "0"});
+  fits.lines.push_back({shell::LineOrientation::Horizontal, 0.0, "0", {}, false});
   window.charts.push_back(std::move(fits));
 
   shell::ChartSeries order;
@@ -64,13 +65,13 @@ void AddResidualPlots(shell::ResultWindow& window, std::span<const double> resid
   order.title = "Residuals versus order";
   order.xTitle = "Observation order";
   order.yTitle = "Residual";
-  shell::PlotSeries by_order{.name = "Residual", .type = shell::SeriesType::Line};
+  shell::PlotSeries by_order = NamedSeries("Residual", shell::SeriesType::Line);
   std::vector<double> numbers;
   for (std::size_t i = 0; i < residuals.size(); ++i) numbers.push_back(static_cast<double>(i + 1));
   by_order.x = shell::NumberSeries(numbers);
   by_order.y = shell::NumberSeries(std::vector<double>(residuals.begin(), residuals.end()));
   order.series.push_back(std::move(by_order));
-  order.lines.push_back({shell::LineOrientation::Horizontal, 0.0, "0"});
+  order.lines.push_back({shell::LineOrientation::Horizontal, 0.0, "0", {}, false});
   window.charts.push_back(std::move(order));
 
   shell::ChartSeries histogram;
@@ -88,7 +89,7 @@ void AddResidualPlots(shell::ResultWindow& window, std::span<const double> resid
     int c = width > 0.0 ? static_cast<int>((r - *low) / width) : 0;
     counts[static_cast<std::size_t>(std::clamp(c, 0, classes - 1))] += 1.0;
   }
-  shell::PlotSeries bars{.name = "Frequency", .type = shell::SeriesType::Bar};
+  shell::PlotSeries bars = NamedSeries("Frequency", shell::SeriesType::Bar);
   bars.x = shell::NumberSeries(mids);
   bars.y = shell::NumberSeries(counts);
   histogram.series.push_back(std::move(bars));

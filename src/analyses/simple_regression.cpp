@@ -56,16 +56,16 @@ void AddFittedLineChart(shell::ResultWindow& window, const RegressionFit& fit, c
   chart.title = "Fitted line plot";
   chart.xTitle = x_name;
   chart.yTitle = y_name;
-  shell::PlotSeries data{.name = "Data", .type = shell::SeriesType::Points};
+  shell::PlotSeries data = NamedSeries("Data", shell::SeriesType::Points);
   data.x = shell::NumberSeries(pairs.x);
   data.y = shell::NumberSeries(pairs.y);
   const auto [low, high] = std::minmax_element(pairs.x.begin(), pairs.x.end());
   const std::string percent = stats::FormatNumber(level * 100.0) + "%";
-  shell::PlotSeries line{.name = "Fit", .type = shell::SeriesType::Line};
-  shell::PlotSeries ci_low{.name = percent + " CI lower", .type = shell::SeriesType::Line};
-  shell::PlotSeries ci_high{.name = percent + " CI upper", .type = shell::SeriesType::Line};
-  shell::PlotSeries pi_low{.name = percent + " PI lower", .type = shell::SeriesType::Line};
-  shell::PlotSeries pi_high{.name = percent + " PI upper", .type = shell::SeriesType::Line};
+  shell::PlotSeries line = NamedSeries("Fit", shell::SeriesType::Line);
+  shell::PlotSeries ci_low = NamedSeries(percent + " CI lower", shell::SeriesType::Line);
+  shell::PlotSeries ci_high = NamedSeries(percent + " CI upper", shell::SeriesType::Line);
+  shell::PlotSeries pi_low = NamedSeries(percent + " PI lower", shell::SeriesType::Line);
+  shell::PlotSeries pi_high = NamedSeries(percent + " PI upper", shell::SeriesType::Line);
   for (int i = 0; i <= kBandPoints; ++i) {
     const double x0 = *low + (*high - *low) * i / kBandPoints;
     const double y0 = fit.intercept + fit.slope * x0;

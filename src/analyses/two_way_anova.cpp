@@ -66,14 +66,14 @@ shell::ChartSeries MainEffects(const std::string& name, const std::string& facto
   chart.title = "Main effects plot: " + factor;
   chart.xTitle = factor;
   chart.yTitle = "Mean";
-  shell::PlotSeries series{.name = factor, .type = shell::SeriesType::Line};
+  shell::PlotSeries series = NamedSeries(factor, shell::SeriesType::Line);
   for (std::size_t i = 0; i < means.size(); ++i) {
     series.x.push_back(static_cast<double>(i + 1));
     series.y.push_back(means[i]);
   }
   chart.series.push_back(std::move(series));
   chart.categories = levels;
-  chart.lines.push_back({shell::LineOrientation::Horizontal, grand, "Mean"});
+  chart.lines.push_back({shell::LineOrientation::Horizontal, grand, "Mean", {}, false});
   return chart;
 }
 
@@ -123,7 +123,7 @@ shell::ResultWindow MakeReport(const TwoWayFit& fit, const Layout& layout, const
   interaction.yTitle = "Mean";
   interaction.categories = layout.columnLevels;
   for (std::size_t i = 0; i < layout.rowLevels.size(); ++i) {
-    shell::PlotSeries series{.name = row_name + " = " + layout.rowLevels[i], .type = shell::SeriesType::Line};
+    shell::PlotSeries series = NamedSeries(row_name + " = " + layout.rowLevels[i], shell::SeriesType::Line);
     for (std::size_t j = 0; j < layout.columnLevels.size(); ++j) {
       series.x.push_back(static_cast<double>(j + 1));
       series.y.push_back(fit.cellMeans[i][j]);

@@ -42,7 +42,9 @@ TEST(Correlations, PairwiseCompleteRowsTiesAndDegenerateColumns) {
     }
     EXPECT_NEAR(p.r, c.pearson, 1e-14);
     EXPECT_NEAR(s.r, c.spearman, 1e-14);
-    if (std::fabs(c.pearson) == 1.0) EXPECT_EQ(p.p, 0.0);
+    if (std::fabs(c.pearson) == 1.0) {
+      EXPECT_EQ(p.p, 0.0);
+    }
   }
 }
 

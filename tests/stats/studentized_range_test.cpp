@@ -21,8 +21,12 @@ TEST(StudentizedRange, TailsAddUpAndQuantilesInvert) {
         EXPECT_NEAR(lower + upper, 1.0, 1e-13);
         EXPECT_LE(upper, previous_upper);
         previous_upper = upper;
-        if (upper > 1e-12 && upper < 0.999) EXPECT_NEAR(GetInvTukeyUpper(upper, k, df) / q, 1.0, 1e-10);
-        if (lower > 1e-12 && lower < 0.5) EXPECT_NEAR(GetInvTukey(lower, k, df) / q, 1.0, 1e-10);
+        if (upper > 1e-12 && upper < 0.999) {
+          EXPECT_NEAR(GetInvTukeyUpper(upper, k, df) / q, 1.0, 1e-10);
+        }
+        if (lower > 1e-12 && lower < 0.5) {
+          EXPECT_NEAR(GetInvTukey(lower, k, df) / q, 1.0, 1e-10);
+        }
       }
     }
   }
