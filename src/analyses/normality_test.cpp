@@ -21,12 +21,6 @@ const SessionLines kLines{"Normality test", "Cancel normality test"};
 constexpr const char* kTooManyValues = "Normality test takes at most 5000 values";
 constexpr std::size_t kLargestSample = 5000;
 
-struct NormalityResult {
-  const char* label;
-  double statistic = 0.0;
-  double pValue = 0.0;
-};
-
 shell::ResultWindow MakeReport(const std::vector<double>& values, const NormalTestSettings& s) {
   const SampleSummary summary = SummariseForInference(values);
   shell::ResultWindow window = shell::MakeDataChart(kLines.stem);

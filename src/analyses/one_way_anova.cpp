@@ -8,8 +8,6 @@
 #include "analyses/report_text.h"
 #include "analyses/sample_input.h"
 #include "shell/analysis_input.h"
-#include "stats/decimal_numbers.h"
-#include "worksheet/cell_number.h"
 
 namespace orvik::analyses {
 
