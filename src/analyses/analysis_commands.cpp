@@ -1,10 +1,15 @@
 #include "analyses/analysis_commands.h"
 
+#include "analyses/correlation.h"
 #include "analyses/descriptive_statistics.h"
 #include "analyses/estimation_commands.h"
 #include "analyses/estimation_dialogs.h"
 #include "analyses/hypothesis_commands.h"
 #include "analyses/hypothesis_dialogs.h"
+#include "analyses/normality_test.h"
+#include "analyses/one_way_anova.h"
+#include "analyses/simple_regression.h"
+#include "analyses/two_way_anova.h"
 
 namespace orvik::analyses {
 
@@ -24,6 +29,16 @@ CommandDeclaration Report(std::string_view key, std::string_view submenu, std::s
           .window = shell::WindowKind::DataChart};
 }
 
+// A report with its charts: a DataChart window holding a grid and
+// `charts` charts.
+CommandDeclaration Graph(std::string_view key, std::string_view submenu, std::string_view caption,
+                         shell::CommandProcedure run, std::vector<std::string_view> dialogs, int charts) {
+  CommandDeclaration declaration = Report(key, submenu, caption, run, std::move(dialogs));
+  declaration.chartCount = charts;
+  return declaration;
+}
+
+constexpr std::string_view kAnova = "Analysis of Variance";
 constexpr std::string_view kEstimation = "Interval Estimation";
 constexpr std::string_view kTests = "Hypothesis Tests";
 
@@ -49,11 +64,11 @@ std::vector<CommandDeclaration> InferenceCommands() {
       Report("mnuVarDiffHypoth", kTests, "2-Sample Variance", TwoHypothVariance, {"TwoHypoth"}),
       Report("mnuIndependent", kTests, "2-Sample t Test", TwoHypothMean, {"TwoHypoth"}),
       Report("mnuHypoPaired", kTests, "Paired t Test", TwoHypothPairedMean, {"TwoHypoth"}),
-      {.key = "mnuNormalTest", .menu = "mnuAnalysis", .caption = "&Normality Test"},
-      {.key = "mnuCorrelation", .menu = "mnuAnalysis", .caption = "C&orrelation"},
-      {.key = "mnuSimpleReg", .menu = "mnuAnalysis", .caption = "Simple &Linear Regression"},
-      {.key = "mnuOneway", .menu = "mnuAnalysis", .submenu = "Analysis of Variance", .caption = "One-way ANOVA"},
-      {.key = "mnuTwoway", .menu = "mnuAnalysis", .submenu = "Analysis of Variance", .caption = "Two-way ANOVA"},
+      Graph("mnuNormalTest", "", "&Normality Test", NormalTestView, {"NormalTest"}, 1),
+      Report("mnuCorrelation", "", "C&orrelation", CorrelationView, {"Correlation"}),
+      Graph("mnuSimpleReg", "", "Simple &Linear Regression", SimpleRegView, {"SimpleReg"}, 5),
+      Graph("mnuOneway", kAnova, "One-way ANOVA", OnewayView, {"Oneway"}, 1),
+      Graph("mnuTwoway", kAnova, "Two-way ANOVA", TwowayView, {"Twoway"}, 3),
       {.key = "mnuOneDesign", .menu = "mnuAnalysis", .submenu = "Design of Experiments",
        .caption = "One-factor Design..."},
       {.key = "mnuTwoDesign", .menu = "mnuAnalysis", .submenu = "Design of Experiments",
@@ -74,6 +89,11 @@ std::vector<shell::DialogDeclaration> InferenceDialogs() {
       {"HypothProportion", MakeHypothProportion},
       {"TwoHypothProportion", MakeTwoHypothProportion},
       {"TwoHypoth", MakeTwoHypoth},
+      {"NormalTest", MakeNormalTest},
+      {"Correlation", MakeCorrelation},
+      {"SimpleReg", MakeSimpleReg},
+      {"Oneway", MakeOneway},
+      {"Twoway", MakeTwoway},
   };
 }
 

@@ -34,18 +34,23 @@ ResultWindowWidget::ResultWindowWidget(shell::ResultWindow window_record, QWidge
   tabs_->setObjectName(control ? QStringLiteral("ControlTab") : QStringLiteral("DataChartTab"));
 
   // A window without charts (descriptive statistics) shows its grid alone.
-  auto* split = window.charts.empty() ? nullptr : new QSplitter(Qt::Vertical);
+  // The charts of a control chart window are stacked; the several charts of
+  // an analysis (a fitted line and its residual plots, main effects and
+  // interaction) have axes of their own and take a tab each.
+  const bool tabbed = !control && window.charts.size() > 1;
+  auto* split = window.charts.empty() || tabbed ? nullptr : new QSplitter(Qt::Vertical);
   for (const shell::ChartSeries& chart : window.charts) {
     auto* view = new ChartView(chart, [this](const std::string& name, long number) {
       return commands::PointInformation(record_, name, number);
     });
     view->installEventFilter(this);
-    split->addWidget(view);
+    if (split) split->addWidget(view);
+    else tabs_->addTab(view, QString::fromStdString(chart.title.empty() ? chart.name : chart.title));
     charts_.push_back(view);
   }
   // Charts stacked in one window share their sample axis, so that sample k
   // stands at the same place in each.
-  if (charts_.size() > 1) {
+  if (split && charts_.size() > 1) {
     QCPRange shared = charts_.front()->xAxis->range();
     for (ChartView* chart : charts_) shared.expand(chart->xAxis->range());
     for (ChartView* chart : charts_) chart->xAxis->setRange(shared);

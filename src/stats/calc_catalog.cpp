@@ -15,6 +15,7 @@
 #include "stats/normal_scores.h"
 #include "stats/proportion_limits.h"
 #include "stats/shapiro_wilk.h"
+#include "stats/studentized_range.h"
 #include "stats/t_distribution.h"
 
 namespace orvik::stats {
@@ -57,6 +58,12 @@ int WholeNumber(double v, double least, const char* name) {
           std::string(name) + " must be a whole number of at least " + FormatNumber(least) + ", not " +
               FormatNumber(v));
   return static_cast<int>(v);
+}
+
+// The number of means of the studentized range: a whole number 2 to 1000.
+double Groups(double k) {
+  Require(k >= 2.0 && k <= 1000.0 && k == std::floor(k), "k must be a whole number from 2 to 1000, not " + FormatNumber(k));
+  return k;
 }
 
 using Args = std::span<const double>;
@@ -108,6 +115,18 @@ const std::vector<CalcFunction>& CalcCatalog() {
       {"GetInvFUpper", {"q", "df1", "df2"},
        [](Args a) { return GetInvFUpper(Probability(a[0], "q"), Positive(a[1], "df1"), Positive(a[2], "df2")); },
        "F upper quantile: f with P(X > f) = q"},
+      {"GetDFTukey", {"q", "k", "df"},
+       [](Args a) { return GetDFTukey(Number(a[0], "q"), Groups(a[1]), Positive(a[2], "df")); },
+       "studentized range lower tail P(Q <= q) of k means, df error degrees of freedom"},
+      {"GetDFTukeyUpper", {"q", "k", "df"},
+       [](Args a) { return GetDFTukeyUpper(Number(a[0], "q"), Groups(a[1]), Positive(a[2], "df")); },
+       "studentized range upper tail P(Q > q)"},
+      {"GetInvTukey", {"p", "k", "df"},
+       [](Args a) { return GetInvTukey(Probability(a[0], "p"), Groups(a[1]), Positive(a[2], "df")); },
+       "studentized range quantile: q with P(Q <= q) = p"},
+      {"GetInvTukeyUpper", {"alpha", "k", "df"},
+       [](Args a) { return GetInvTukeyUpper(Probability(a[0], "alpha"), Groups(a[1]), Positive(a[2], "df")); },
+       "Tukey critical value: q with P(Q > q) = alpha"},
       {"Estt", {"row", "col"}, [](Args a) { return Estt(a[0], a[1]); },
        "two-sided t critical value (rows 0-37, levels 0-10)"},
       {"EstChi", {"row", "col"}, [](Args a) { return EstChi(a[0], a[1]); },

@@ -225,4 +225,70 @@ std::string FormatNumber(double x) {
   return text;
 }
 
+namespace {
+
+// The shortest decimal of x as a whole-number mantissa and a power of ten.
+struct DecimalValue {
+  long long mantissa = 0;
+  int exponent = 0;
+};
+
+DecimalValue Decompose(double x) {
+  char buffer[40];
+  const auto end = std::to_chars(buffer, buffer + sizeof buffer, x, std::chars_format::scientific).ptr;
+  const std::string_view text(buffer, static_cast<std::size_t>(end - buffer));
+  const std::size_t e = text.find('e');
+  DecimalValue value;
+  int fraction_digits = 0;
+  bool in_fraction = false;
+  bool negative = false;
+  for (std::size_t i = 0; i < e; ++i) {
+    const char c = text[i];
+    if (c == '-') negative = true;
+    else if (c == '.') in_fraction = true;
+    else {
+      value.mantissa = value.mantissa * 10 + (c - '0');
+      if (in_fraction) ++fraction_digits;
+    }
+  }
+  int power = 0;
+  std::from_chars(text.data() + e + 1 + (text[e + 1] == '+' ? 1 : 0), text.data() + text.size(), power);
+  value.exponent = power - fraction_digits;
+  if (negative) value.mantissa = -value.mantissa;
+  return value;
+}
+
+}  // namespace
+
+double DecimalDifference(double x, double reference) {
+  if (!std::isfinite(x) || !std::isfinite(reference)) return x - reference;
+  if (x == reference) return 0.0;
+  const DecimalValue a = Decompose(x);
+  const DecimalValue b = Decompose(reference);
+  const int exponent = std::min(a.exponent, b.exponent);
+  // Mantissas have at most 17 digits; a shift keeps them within the 38
+  // digits of a 128-bit integer while it is at most 20 places.
+  if (a.exponent - exponent > 20 || b.exponent - exponent > 20) return x - reference;
+  __int128 scaled_a = a.mantissa;
+  __int128 scaled_b = b.mantissa;
+  for (int i = exponent; i < a.exponent; ++i) scaled_a *= 10;
+  for (int i = exponent; i < b.exponent; ++i) scaled_b *= 10;
+  __int128 difference = scaled_a - scaled_b;
+  // The difference as decimal text, read back with correct rounding.
+  const bool negative = difference < 0;
+  if (negative) difference = -difference;
+  char digits[64];
+  int length = 0;
+  do {
+    digits[length++] = static_cast<char>('0' + static_cast<int>(difference % 10));
+    difference /= 10;
+  } while (difference != 0);
+  std::string text = negative ? "-" : "";
+  for (int i = length; i-- > 0;) text += digits[i];
+  text += 'e' + std::to_string(exponent);
+  double result = 0.0;
+  std::from_chars(text.data(), text.data() + text.size(), result);
+  return result;
+}
+
 }  // namespace orvik::stats

@@ -31,4 +31,14 @@ void AppendNumber(double x, std::string& text);
 // of x to decimal digits: result grids show millions of rounded values.
 void AppendRoundedNumber(double x, int decimals, std::string& text);
 
+// x - reference computed on the shortest decimal texts that read back to
+// them, which are the numbers the user typed whenever those had at most 15
+// significant digits, and rounded once to double. Data such as
+// 1000000000000.4 and 1000000000000.3 lie 1.2e-4 apart in double, so their
+// plain difference is off by 1e-4 relative; the decimal difference is 0.1
+// exactly rounded. When the two texts cannot be aligned within 38 digits
+// (magnitudes far apart), the plain difference is returned, which is then
+// accurate. Non-finite arguments give the plain difference.
+double DecimalDifference(double x, double reference);
+
 }  // namespace orvik::stats

@@ -237,6 +237,28 @@ class ResultWindowTest : public QObject {
     QCOMPARE(box->data()->at(1)->maximum, 9.0);
   }
 
+  // The charts of an analysis (a fitted line and its residual plots) take a
+  // tab each beside the grid and keep their own horizontal ranges.
+  void analysisChartsTakeATabEachWithTheirOwnAxes() {
+    shell::ResultWindow window = shell::MakeDataChart("Simple linear regression");
+    window.charts.front().title = "Fitted line plot";
+    window.charts.front().series.push_back({"Data", shell::SeriesType::Points, {1, 2, 3}, {2, 4, 7}, {}, {}, false});
+    shell::ChartSeries order;
+    order.name = "ResidualOrder";
+    order.title = "Residuals versus order";
+    order.series.push_back({"Residual", shell::SeriesType::Line, {100, 200, 300}, {1, -1, 0}, {}, {}, false});
+    window.charts.push_back(order);
+    ResultWindowWidget widget(window);
+    auto* tabs = widget.findChild<QTabWidget*>(QStringLiteral("DataChartTab"));
+    QVERIFY(tabs);
+    QCOMPARE(tabs->count(), 3);
+    QCOMPARE(tabs->tabText(0), QStringLiteral("Fitted line plot"));
+    QCOMPARE(tabs->tabText(1), QStringLiteral("Residuals versus order"));
+    QCOMPARE(tabs->tabText(2), QStringLiteral("Data"));
+    QVERIFY(!widget.Charts()[0]->xAxis->range().contains(200));
+    QVERIFY(widget.Charts()[1]->xAxis->range().contains(200));
+  }
+
   void aHundredThousandPointsDrawAndPanQuickly() {
     shell::ResultWindow window = shell::MakeControlForm("x-MR control chart", false);
     auto& series = window.Chart("ChartOne").series.emplace_back();

@@ -34,6 +34,8 @@ TEST(CalcCatalog, EveryFunctionAnswersAValidCall) {
       {"PChart", {0.2, 50}},            {"PChart2", {0.2, 50}},           {"Round", {2.675, 2}},
       {"Simpson38", {0, 0.1, 10000, 5, 0.05}},
       {"CVQuantile", {0.5, 5, 0.05}},   {"CVHighBT", {5, 500}},           {"CVLowBT", {5, 500}},
+      {"GetDFTukey", {3, 3, 10}},         {"GetDFTukeyUpper", {3, 3, 10}},
+      {"GetInvTukey", {0.9, 3, 10}},      {"GetInvTukeyUpper", {0.05, 3, 10}},
   };
   for (const auto& function : CalcCatalog()) {
     const auto it = valid.find(std::string(function.name));
@@ -56,8 +58,10 @@ TEST(CalcCatalog, InvalidArgumentsThrow) {
       {"GetInvNormal", {1}},      {"GetInvT", {1.5, 3}},       {"GetInvChisq", {-0.1, 3}}, {"GetInvFUpper", {0.5, 3, 0}},
       {"Estt", {38, 0}},          {"EstF", {0, 0, 4}},         {"NormalScore", {0, 5}}, {"WValue", {50}},
       {"RegularizedBeta", {2, 1, 1}},  {"PChart", {1.5, 50}},       {"PChart2", {0.2, 0}},
-      {"RegularizedBeta", {2, 1, 1}}, {"CVHighBT", {1, 500}},  {"CVLowBT", {5, 0.5}},   {"CVQuantile", {0.5, 5, 0}},
+      {"CVHighBT", {1, 500}},  {"CVLowBT", {5, 0.5}},   {"CVQuantile", {0.5, 5, 0}},
       {"Simpson38", {0, 1, 0, 5, 0.1}}, {"Simpson38", {0, 1, 100, 2.5, 0.1}},
+      {"GetDFTukey", {3, 1, 10}},  {"GetInvTukeyUpper", {0.05, 3.5, 10}},
+      {"GetDFTukeyUpper", {3, 3, 0}},
   };
   for (const auto& c : invalid) EXPECT_ANY_THROW(Call(c.name, c.arguments)) << c.name;
   EXPECT_THROW(Call("GetInvT", {0.0, 3}), std::invalid_argument);

@@ -17,6 +17,7 @@
 #include "stats/normal_scores.h"
 #include "stats/proportion_limits.h"
 #include "stats/shapiro_wilk.h"
+#include "stats/studentized_range.h"
 #include "stats/t_distribution.h"
 #include "support/case_table.h"
 
@@ -46,6 +47,8 @@ const std::map<std::string, std::function<double(const Arguments&)>> kFunctions 
     ORVIK_CASE(CVQuantile, a.at(0), a.at(1), a.at(2)), ORVIK_CASE(CVHighBT, int(a.at(0)), int(a.at(1))),
     ORVIK_CASE(CVLowBT, int(a.at(0)), int(a.at(1))),
     {"Simpson38", [](const Arguments& a) { return Simpson38(a.at(0), a.at(1), a.at(2), a.at(3), a.at(4)); }},
+    ORVIK_CASE(GetDFTukey, a.at(0), a.at(1), a.at(2)), ORVIK_CASE(GetDFTukeyUpper, a.at(0), a.at(1), a.at(2)),
+    ORVIK_CASE(GetInvTukey, a.at(0), a.at(1), a.at(2)), ORVIK_CASE(GetInvTukeyUpper, a.at(0), a.at(1), a.at(2)),
     {"ShapiroWilkCoefficient",  // a(n - k) of n
      [](const Arguments& a) { return ShapiroWilkCoefficients(int(a.at(0))).at(std::size_t(a.at(0) - 1 - a.at(1))); }},
 };

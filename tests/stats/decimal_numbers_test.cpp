@@ -21,6 +21,8 @@ TEST(RoundTest, RoundsAndFormatsEachValueOfTheTable) {
   for (const auto& row : testing_support::ReadCases("stats/data/decimal_numbers.tsv")) {
     if (row[0] == "round") {
       EXPECT_EQ(Round(row.Number(1), std::stoi(row[2])), row.Number(3)) << row.Where();
+    } else if (row[0] == "difference") {
+      EXPECT_EQ(DecimalDifference(row.Number(1), row.Number(2)), row.Number(3)) << row.Where();
     } else {
       EXPECT_EQ(FormatNumber(row.Number(1)), row[2]) << row.Where();
     }

@@ -1,0 +1,111 @@
+#include "analyses/column_choice.h"
+
+#include <algorithm>
+#include <cctype>
+#include <limits>
+
+#include "shell/host.h"
+#include "worksheet/cell_number.h"
+
+namespace orvik::analyses {
+
+namespace {
+
+constexpr const char* kCancelSelection = "Cancel selection of variables";
+
+std::string Upper(std::string text) {
+  for (char& c : text) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+  return text;
+}
+
+std::string Trimmed(std::string_view text) {
+  const auto first = text.find_first_not_of(" \t");
+  if (first == std::string_view::npos) return {};
+  const auto last = text.find_last_not_of(" \t");
+  return std::string(text.substr(first, last - first + 1));
+}
+
+}  // namespace
+
+std::vector<BlockColumn> ColumnsOfBlock(const worksheet::Worksheet& sheet, const worksheet::DataSelection& selection) {
+  std::vector<BlockColumn> columns;
+  const long count = worksheet::ColumnsToWalk(selection);
+  for (long i = 0; i < count; ++i) {
+    const long column = selection.firstColumn + i * selection.columnStep;
+    columns.push_back({column, sheet.ColumnHeader(column)});
+  }
+  return columns;
+}
+
+std::vector<double> ColumnCells(const worksheet::Worksheet& sheet, const worksheet::DataSelection& selection,
+                                long column) {
+  std::vector<double> cells;
+  const long rows = worksheet::RowsToWalk(selection);
+  for (long r = 0, row = selection.firstRow; r < rows; ++r, row += selection.rowStep) {
+    const auto number = worksheet::ParseCellNumber(sheet.Text(row, column));
+    cells.push_back(number ? *number : std::numeric_limits<double>::quiet_NaN());
+  }
+  return cells;
+}
+
+std::vector<std::string> ColumnTexts(const worksheet::Worksheet& sheet, const worksheet::DataSelection& selection,
+                                     long column) {
+  std::vector<std::string> texts;
+  const long rows = worksheet::RowsToWalk(selection);
+  for (long r = 0, row = selection.firstRow; r < rows; ++r, row += selection.rowStep)
+    texts.push_back(Trimmed(sheet.Text(row, column)));
+  return texts;
+}
+
+void SortLevelNames(std::vector<std::string>& names) {
+  const bool numeric = std::all_of(names.begin(), names.end(),
+                                   [](const std::string& n) { return worksheet::ParseCellNumber(n).has_value(); });
+  std::stable_sort(names.begin(), names.end(), [numeric](const std::string& a, const std::string& b) {
+    if (numeric) return *worksheet::ParseCellNumber(a) < *worksheet::ParseCellNumber(b);
+    return a < b;
+  });
+}
+
+ColumnChoiceDialog::ColumnChoiceDialog(std::string name, std::string caption, std::vector<BlockColumn> columns)
+    : AnalysisDialog(std::move(name), std::move(caption), kCancelSelection), columns_(std::move(columns)) {}
+
+void ColumnChoiceDialog::AddColumnBox(const std::string& box, std::size_t default_index, const std::string& caption) {
+  // Without a block (the dialog as listed, or made fresh to compare a
+  // run's settings with) a box names no column, so a recorded run keeps
+  // every column the user confirmed.
+  std::string text;
+  if (default_index < columns_.size()) text = columns_[default_index].name;
+  AddTextBox(box, text).caption = caption;
+  boxes_.push_back(box);
+}
+
+std::optional<long> ColumnChoiceDialog::Find(const std::string& text) const {
+  const std::string wanted = Trimmed(text);
+  if (wanted.empty()) return std::nullopt;
+  for (const auto& c : columns_)
+    if (c.name == wanted) return c.column;
+  for (const auto& c : columns_)
+    if (Upper(c.name) == Upper(wanted) || worksheet::ColumnLetters(c.column) == Upper(wanted)) return c.column;
+  return std::nullopt;
+}
+
+bool ColumnChoiceDialog::ResolveColumns(shell::Host& host) {
+  std::vector<long> chosen;
+  for (const auto& box : boxes_) {
+    if (!Control(box).enabled) continue;
+    const auto column = Find(Control(box).text);
+    if (!column) {
+      host.Refuse(worksheet::messages::kSelectValidData);
+      return false;
+    }
+    if (std::find(chosen.begin(), chosen.end(), *column) != chosen.end()) {
+      host.Refuse(worksheet::messages::kSameColumns);
+      return false;
+    }
+    chosen.push_back(*column);
+  }
+  chosen_ = std::move(chosen);
+  return true;
+}
+
+}  // namespace orvik::analyses
