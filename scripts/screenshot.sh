@@ -2,13 +2,14 @@
 # Starts orvik under a virtual X display with a data file, selects a block,
 # runs one command and saves a picture of the main window.
 #
-#   scripts/screenshot.sh [OUT.png] [DATA.csv|tsv] [KEY] [RANGE]
+#   scripts/screenshot.sh [OUT.png] [DATA.csv|tsv] [KEY] [RANGE] [DIALOG.CONTROL=VALUE...]
 #
 # OUT    the picture to write (default: orvik-screenshot.png)
 # DATA   the sheet to open (default: the first file of examples/, else a
 #        generated sheet of 25 rows by 5 columns of measurements)
 # KEY    the tool key to run, as a menu click would (default: mnuHistogram)
 # RANGE  the block to select first, as orvik-cli writes it (default: A:E)
+# DIALOG.CONTROL=VALUE  dialog answers, as orvik-cli's --set takes them
 #
 # The program binary is build/bin/orvik, or $ORVIK_BIN. Needs xvfb-run.
 set -eu
@@ -17,6 +18,9 @@ out=${1:-orvik-screenshot.png}
 data=${2:-}
 key=${3:-mnuHistogram}
 range=${4:-A:E}
+[ $# -gt 4 ] && shift 4 || set --
+sets=""
+for setting in "$@"; do sets="$sets --set $setting"; done
 bin=${ORVIK_BIN:-$root/build/bin/orvik}
 
 if [ ! -x "$bin" ]; then
@@ -37,5 +41,5 @@ fi
 case $out in /*) ;; *) out=$(pwd)/$out ;; esac
 
 XDG_RUNTIME_DIR=$tmp xvfb-run -a -s "-screen 0 1400x900x24" \
-  "$bin" "$data" --select "$range" --run "$key" --screenshot "$out"
+  "$bin" "$data" --select "$range" --run "$key" $sets --screenshot "$out"
 echo "saved $out"

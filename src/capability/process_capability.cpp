@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 #include "capability/cpk_form.h"
 #include "capability/histogram.h"
@@ -152,6 +153,31 @@ shell::ResultTable CapabilityTable(const CapabilityResult& r) {
   return table;
 }
 
+namespace {
+
+// The normal curve of the process with spread `sigma`, scaled to the
+// histogram (n values in classes of `width`), over [from, to]: the shape
+// the histogram would take with that spread.
+shell::PlotSeries NormalCurve(std::string name, double mean, double sigma, long n, double width, double from, double to,
+                              shell::Rgb color, bool dashed) {
+  constexpr int kSteps = 120;
+  shell::PlotSeries curve;
+  curve.name = std::move(name);
+  curve.type = shell::SeriesType::Line;
+  curve.color = color;
+  curve.dashed = dashed;
+  const double scale = static_cast<double>(n) * width / (sigma * std::sqrt(2.0 * std::numbers::pi));
+  for (int i = 0; i <= kSteps; ++i) {
+    const double x = from + (to - from) * i / kSteps;
+    const double z = (x - mean) / sigma;
+    curve.x.push_back(Round(x, 8));
+    curve.y.push_back(Round(scale * std::exp(-0.5 * z * z), 8));
+  }
+  return curve;
+}
+
+}  // namespace
+
 void CpkResultView(shell::Host& host, const CpkSettings& study) {
   const worksheet::Worksheet* sheet = host.ActiveWorksheet();
   // Moving ranges and subgroups follow time, which runs along the rows of
@@ -176,6 +202,17 @@ void CpkResultView(shell::Host& host, const CpkSettings& study) {
   const auto [lowest, highest] = std::minmax_element(values.begin(), values.end());
   const HistogramClasses classes = MakeHistogramClasses(values, *lowest, *highest);
   chart.series.push_back(HistogramBars(classes));
+  // The within (short-term) and overall (long-term) normal curves over the
+  // histogram and the specification limits, three sigma either side.
+  const double wider = std::max(r.sigmaST, r.sigmaLT);
+  double from = std::min(classes.lowerLimits.front(), r.mean - 3 * wider);
+  double to = std::max(classes.lastUpperLimit, r.mean + 3 * wider);
+  if (study.UseLower) from = std::min(from, study.LSL);
+  if (study.UseUpper) to = std::max(to, study.USL);
+  chart.series.push_back(
+      NormalCurve("Within (short-term)", r.mean, r.sigmaST, classes.n, classes.width, from, to, shell::kBlue, false));
+  chart.series.push_back(
+      NormalCurve("Overall (long-term)", r.mean, r.sigmaLT, classes.n, classes.width, from, to, shell::kBlack, true));
   if (study.UseUpper) {
     chart.lines.push_back({shell::LineOrientation::Vertical, study.USL, "USL: " + FormatNumber(study.USL), shell::kRed, false});
     chart.labels.push_back({"USL: " + FormatNumber(study.USL), study.USL, std::nullopt});

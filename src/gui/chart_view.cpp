@@ -73,7 +73,10 @@ ChartView::ChartView(const shell::ChartSeries& chart, PointInfoSource point_info
   }
   legend->setFont(text);
   connect(xAxis, qOverload<const QCPRange&>(&QCPAxis::rangeChanged), this, [this] { UpdateDensity(); });
-  connect(this, &QCustomPlot::afterLayout, this, [this] { PlaceRuleLetters(); });
+  connect(this, &QCustomPlot::afterLayout, this, [this] {
+    PlaceRuleLetters();
+    PlaceLineLabels();
+  });
   // Limit lines and their labels lie beneath the series, so that they never
   // take a click meant for a point on or near them.
   addLayer(QStringLiteral("limits"), layer(QStringLiteral("main")), QCustomPlot::limBelow);
@@ -93,6 +96,8 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
   marks_.clear();
   dense_.clear();
   rule_letters_.clear();
+  line_labels_.clear();
+  overlays_.clear();
   legend->setVisible(false);
   info_ = nullptr;
   // The legend goes back inside the plot before the chart is laid out again.
@@ -127,6 +132,8 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
     lo = std::min(lo, v);
     hi = std::max(hi, v);
   };
+  const bool has_bars = std::any_of(chart.series.begin(), chart.series.end(),
+                                   [](const shell::PlotSeries& series) { return series.type == shell::SeriesType::Bar; });
   for (std::size_t s = 0; s < chart.series.size(); ++s) {
     const shell::PlotSeries& series = chart.series[s];
     QCPAxis* value_axis = series.onSecondAxis ? yAxis2 : yAxis;
@@ -156,8 +163,19 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
           for (double v : x) take(v, x_min, x_max);
           break;
         }
-        graph->setPen(pen);
         const bool line = series.type == shell::SeriesType::Line;
+        if (line && has_bars && !series.onSecondAxis) {
+          // A curve over bars (the normal curves of a capability study):
+          // no point markers, named in the legend.
+          if (series.dashed) pen.setStyle(Qt::DashLine);
+          pen.setWidthF(1.8);
+          graph->setPen(pen);
+          graph->setSelectable(QCP::stNone);
+          overlays_.insert(graph);
+          for (double v : series.y) take(v, y_min, y_max);
+          break;
+        }
+        graph->setPen(pen);
         graph->setLineStyle(line ? QCPGraph::lsLine : QCPGraph::lsNone);
         if (!line || y.size() <= kMaxMarkedPoints)
           graph->setScatterStyle(QCPScatterStyle(look_.pointShape, color, line ? 5 : 7));
@@ -257,28 +275,39 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
     if (!line.label.empty() && horizontal) {
       level_label(line.label, line.value, pen.color());
     } else if (!line.label.empty()) {
+      // Above the plot, over its line; PlaceLineLabels keeps them apart.
       auto* label = new QCPItemText(this);
       label->setFont(font());
       label->setLayer(QStringLiteral("limits"));
       label->setText(QString::fromStdString(line.label));
       label->setColor(pen.color());
-      label->position->setTypeX(QCPItemPosition::ptPlotCoords);
+      label->setClipToAxisRect(false);
+      label->position->setTypeX(QCPItemPosition::ptAbsolute);
       label->position->setTypeY(QCPItemPosition::ptAxisRectRatio);
-      label->position->setCoords(line.value, 0.02);
-      label->setPositionAlignment(Qt::AlignLeft | Qt::AlignTop);
+      label->position->setCoords(0, 0);
+      label->setPositionAlignment(Qt::AlignLeft | Qt::AlignBottom);
+      line_labels_.push_back({label, line.value});
     }
   }
+  // Two rows of room above the plot for the line labels.
+  const int label_rows_height = line_labels_.empty() ? 0 : 2 * (QFontMetrics(font()).height() + 2);
 
-  if (margin_labels_width > 0) {
-    axisRect()->setAutoMargins(QCP::msLeft | QCP::msTop | QCP::msBottom);
-    axisRect()->setMargins(QMargins(0, 0, margin_labels_width, 0));
-  } else {
-    axisRect()->setAutoMargins(QCP::msAll);
-  }
+  QCP::MarginSides automatic = QCP::msAll;
+  if (margin_labels_width > 0) automatic &= ~QCP::msRight;
+  if (label_rows_height > 0) automatic &= ~QCP::msTop;
+  axisRect()->setAutoMargins(automatic);
+  axisRect()->setMargins(QMargins(0, label_rows_height + 4, margin_labels_width, 0));
 
   int corner_labels = 0;
   for (const shell::ChartLabel& text : chart.labels) {
     if (!text.x && text.y) continue;  // a level's label, drawn above
+    // A text at a line's place that repeats the line's own label is drawn
+    // once, with the line.
+    const auto repeats_line = [&](const shell::ChartLine& line) {
+      return line.orientation == shell::LineOrientation::Vertical && text.x && line.value == *text.x &&
+             line.label == text.text;
+    };
+    if (!text.y && std::any_of(chart.lines.begin(), chart.lines.end(), repeats_line)) continue;
     auto* label = new QCPItemText(this);
     label->setFont(font());
     label->setText(QString::fromStdString(text.text));
@@ -316,10 +345,10 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
   set_range(xAxis, x_min, x_max, 0.03);
   set_range(yAxis, y_min, y_max, 0.08);
   // Bars stand on the axis: no margin below a zero base.
-  const bool has_bars = std::any_of(chart.series.begin(), chart.series.end(), [](const shell::PlotSeries& series) {
+  const bool bars_on_first_axis = std::any_of(chart.series.begin(), chart.series.end(), [](const shell::PlotSeries& series) {
     return series.type == shell::SeriesType::Bar && !series.onSecondAxis;
   });
-  if (has_bars && y_min == 0.0) yAxis->setRangeLower(0.0);
+  if (bars_on_first_axis && y_min == 0.0) yAxis->setRangeLower(0.0);
   yAxis2->setVisible(any_second_axis);
   if (any_second_axis) {
     double lo = std::numeric_limits<double>::infinity(), hi = -lo;
@@ -329,9 +358,10 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
     set_range(yAxis2, std::min(lo, 0.0), hi, 0.08);
     // Shares on the right-hand axis (a Pareto chart's cumulative percent)
     // start from the same base line as the bars.
-    if (lo >= 0.0 && has_bars && yAxis->range().lower == 0.0) yAxis2->setRangeLower(0.0);
+    if (lo >= 0.0 && bars_on_first_axis && yAxis->range().lower == 0.0) yAxis2->setRangeLower(0.0);
   }
 
+  UpdateLegend();
   // A chart whose first point has information shows it on clicks; the
   // window's record decides which charts do.
   if (point_info_ && point_info_(chart.name, 1)) {
@@ -443,7 +473,12 @@ void ChartView::AddMarks(const shell::PlotSeries& series, const QVector<double>&
     kind.set.first = first;
     marks_.insert(marks, std::move(kind.set));
   }
-  // A small legend under the plot tells the two kinds apart, each kind once.
+}
+
+// A small legend under the plot names the kinds of marks and the curves
+// over bars, each name once; charts without either have none.
+void ChartView::UpdateLegend() {
+  if (marks_.isEmpty() && overlays_.isEmpty()) return;
   if (!legend_below_) {
     axisRect()->insetLayout()->take(legend);
     plotLayout()->addElement(plotLayout()->rowCount(), 0, legend);
@@ -459,11 +494,12 @@ void ChartView::AddMarks(const shell::PlotSeries& series, const QVector<double>&
   for (int i = 0; i < legend->itemCount(); ++i) {
     auto* item = qobject_cast<QCPPlottableLegendItem*>(legend->item(i));
     if (!item) continue;
-    if (!marks_.contains(item->plottable()) || listed.contains(item->plottable()->name())) {
+    QCPAbstractPlottable* plottable = item->plottable();
+    if ((!marks_.contains(plottable) && !overlays_.contains(plottable)) || listed.contains(plottable->name())) {
       legend->removeItem(i--);
       continue;
     }
-    listed.insert(item->plottable()->name());
+    listed.insert(plottable->name());
   }
 }
 
@@ -477,6 +513,24 @@ void ChartView::PlaceRuleLetters() {
     const bool room = centre - width / 2 > last_right + 2;
     letters->setVisible(room);
     if (room) last_right = centre + width / 2;
+  }
+}
+
+// The labels of vertical lines (specification limits, the mean) sit above
+// the plot over their lines, in the lower of two rows unless a label to
+// their left is in the way, and never past the chart's edges.
+void ChartView::PlaceLineLabels() {
+  std::vector<LineLabel> labels = line_labels_;
+  std::sort(labels.begin(), labels.end(), [](const LineLabel& a, const LineLabel& b) { return a.value < b.value; });
+  double row_ends[2] = {-std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity()};
+  const int row_height = QFontMetrics(font()).height() + 2;
+  for (const LineLabel& label : labels) {
+    const double width = QFontMetricsF(label.item->font()).horizontalAdvance(label.item->text()) + 4;
+    const double left = std::clamp(xAxis->coordToPixel(label.value) - width / 2, 0.0, std::max(0.0, this->width() - width));
+    const int row = left > row_ends[0] + 4 ? 0 : 1;
+    row_ends[row] = left + width;
+    label.item->position->setCoords(left, 0);
+    label.item->setPadding(QMargins(2, 0, 2, 2 + row * row_height));
   }
 }
 

@@ -85,7 +85,15 @@ class ChartView : public QCustomPlot {
   // The rule letters beside flagged points, in the order of their points.
   void PlaceRuleLetters();
   std::vector<QCPItemText*> rule_letters_;
+  struct LineLabel {
+    QCPItemText* item;
+    double value;
+  };
+  void PlaceLineLabels();
+  std::vector<LineLabel> line_labels_;
   bool legend_below_ = false;  // the legend sits in a row under the plot
+  void UpdateLegend();
+  QSet<QCPAbstractPlottable*> overlays_;  // curves drawn over bars
 };
 
 // The charts of a result window one above the other, as for the screen:

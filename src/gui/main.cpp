@@ -1,6 +1,6 @@
 // orvik: the window application of Orvik 2.0.
 //
-//   orvik [FILE...] [--run KEY] [--select RANGE] [--screenshot PNG]
+//   orvik [FILE...] [--run KEY] [--select RANGE] [--set DIALOG.CONTROL=VALUE]... [--screenshot PNG]
 //
 // Each FILE opens: a project (.orv) as the session, comma- or
 // tab-separated text or a workbook's first sheet as a worksheet. Without a
@@ -8,7 +8,8 @@
 // a block of the last opened worksheet in the notation of orvik-cli
 // ("B2:D20", "B:D", "3:7", "all"), --run dispatches a tool key as a click
 // would, and --screenshot saves a picture of the main window once the
-// window is drawn and ends the program, answering every message box OK.
+// window is drawn and ends the program, answering every message box OK and
+// every dialog with its --set values (as orvik-cli takes them) and OK.
 #include <QApplication>
 #include <QMdiSubWindow>
 #include <QScreen>
@@ -19,6 +20,7 @@
 #include "gui/main_window.h"
 #include "gui/project_actions.h"
 #include "gui/worksheet_window.h"
+#include "shell/command_run.h"
 
 int main(int argc, char** argv) {
   QApplication app(argc, argv);
@@ -28,6 +30,7 @@ int main(int argc, char** argv) {
 
   QStringList files;
   QString run_key, select, screenshot;
+  std::vector<orvik::shell::ControlSetting> settings;  // --set DIALOG.CONTROL=VALUE, as orvik-cli takes them
   const QStringList args = QApplication::arguments();
   for (int i = 1; i < args.size(); ++i) {
     if (args[i] == QLatin1String("--run") && i + 1 < args.size()) {
@@ -36,6 +39,14 @@ int main(int argc, char** argv) {
       select = args[++i];
     } else if (args[i] == QLatin1String("--screenshot") && i + 1 < args.size()) {
       screenshot = args[++i];
+    } else if (args[i] == QLatin1String("--set") && i + 1 < args.size()) {
+      const std::string setting = args[++i].toStdString();
+      const auto dot = setting.find('.'), equals = setting.find('=');
+      if (dot == std::string::npos || equals == std::string::npos || equals < dot) {
+        qWarning("orvik: --set takes DIALOG.CONTROL=VALUE, not %s", setting.c_str());
+        continue;
+      }
+      settings.push_back({setting.substr(0, dot), setting.substr(dot + 1, equals - dot - 1), setting.substr(equals + 1)});
     } else {
       files << args[i];
     }
@@ -43,10 +54,14 @@ int main(int argc, char** argv) {
 
   orvik::gui::MainWindow window;
   if (!screenshot.isEmpty()) {
-    // Nobody answers during a screenshot run: boxes get OK, dialogs their
-    // defaults and OK.
+    // Nobody answers during a screenshot run: boxes get OK, dialogs the
+    // --set values or their defaults and OK.
     window.Host().SetMessageResponder([](const orvik::shell::MessageBox&) { return orvik::shell::MessageAnswer::Ok; });
-    window.Host().SetDialogResponder([](orvik::shell::DialogModel&) { return true; });
+    window.Host().SetDialogResponder([settings](orvik::shell::DialogModel& dialog) {
+      for (const auto& setting : settings)
+        if (setting.dialog == dialog.Name()) orvik::shell::ApplyControlSetting(dialog, setting);
+      return true;
+    });
   }
   window.show();
   orvik::gui::WorksheetWindow* last = nullptr;
