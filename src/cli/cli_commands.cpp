@@ -46,6 +46,8 @@ CommandLine ParseOptions(const std::vector<std::string>& args, bool takes_key, b
       const std::string& range = value_of(i);
       line.selection = ParseCellRange(range);
       if (!line.selection) throw UsageError("bad range: " + range);
+      if (!worksheet::WithinGrid(*line.selection))
+        throw UsageError("bad range: " + range + " lies beyond the grid (columns A to XFD, rows 1 to 16777216)");
     } else if (arg == "--format") {
       const std::string& format = value_of(i);
       if (format == "json") line.format = Format::Json;

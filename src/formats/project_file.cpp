@@ -35,8 +35,8 @@ constexpr long kRowsPerBlock = 8192;
 // the file behind them (empty rows skipped over, columns, header names), in
 // units of one cell's eight bytes; stored cell texts take at least a byte of
 // the file each, so they cost memory in proportion to the file's size.
-constexpr long kMaxGridRows = 1L << 24;
-constexpr long kMaxGridCols = 1L << 14;
+constexpr long kMaxGridRows = worksheet::kGridMaxRows;
+constexpr long kMaxGridCols = worksheet::kGridMaxCols;
 constexpr std::uint64_t kMaxCellSlots = 1ULL << 26;
 
 // header_names and cell_blocks hold the cells of two kinds of sheet under one

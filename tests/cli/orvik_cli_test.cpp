@@ -69,6 +69,12 @@ TEST(OrvikCliTest, UsageErrorsExitWithTwoAndSayWhatWasWrong) {
       {"run mnuNoSuchKey --sheet " + sheet, "unknown tool key: mnuNoSuchKey"},
       {"run mnuCut --sheet " + sheet, "mnuCut works on the windows of the application"},
       {"select --sheet " + sheet + " --select A1:??", "bad range: A1:??"},
+      // The grid ends at column XFD and row 2^24.
+      {"select --sheet " + sheet + " --select XFE1:A1", "bad range: XFE1:A1 lies beyond the grid"},
+      {"select --sheet " + sheet + " --select 1:16777217", "bad range: 1:16777217 lies beyond the grid"},
+      {"run mnuBarX-R --sheet " + sheet + " --select 1:1099511627776", "bad range: 1:1099511627776 lies beyond"},
+      {"run mnuHistogram --sheet " + sheet + " --select A:ZZZZZZZZ", "bad range: A:ZZZZZZZZ lies beyond"},
+      {"select --sheet " + sheet + " --select ZZZZZZZZ99999999999:A1", "bad range: ZZZZZZZZ99999999999:A1 lies"},
       {"select --sheet /nonexistent.csv --select A1", "cannot read /nonexistent.csv"},
       {"select --sheet " + sheet + " --format xml", "--format takes json or text"},
       {"calc NoSuchFunction 1", "unknown function: NoSuchFunction"},
