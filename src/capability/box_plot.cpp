@@ -109,7 +109,7 @@ void BoxPlotView(shell::Host& host) {
     boxes.push_back(SummariseColumn(sheet.ColumnHeader(col), values));
   }
   host.Log().AppendSessionLine(kStartingLine);
-  host.ShowResultWindow(BoxPlotWindow(boxes));
+  shell::ShowResultOrFail(host, BoxPlotWindow(boxes), worksheet::messages::kInputValidData, kCancelLine);
   host.Log().AppendSessionLine(kCompletedLine);
 }
 

@@ -148,7 +148,7 @@ void ParetoSelection(shell::Host& host) {
     host.Log().AppendSessionLine(kCancelLine);
     return;
   }
-  host.ShowResultWindow(ParetoSelectView(ParetoRows(input.entries)));
+  shell::ShowResultOrFail(host, ParetoSelectView(ParetoRows(input.entries)), kConfirmColumns, kCancelLine);
   host.Log().AppendSessionLine(kCompletedLine);
 }
 

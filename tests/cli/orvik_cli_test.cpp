@@ -11,6 +11,7 @@
 #include <sys/wait.h>
 
 #include "formats/workbook_file.h"
+#include "support/case_table.h"
 
 namespace {
 
@@ -86,6 +87,21 @@ TEST(OrvikCliTest, UsageErrorsExitWithTwoAndSayWhatWasWrong) {
     const Answer answer = RunCli(c.arguments);
     EXPECT_EQ(answer.status, 2) << c.arguments;
     EXPECT_NE(answer.out.find(c.says), std::string::npos) << c.arguments << " said: " << answer.out;
+  }
+}
+
+// Values near the largest double (data/overflow_runs.tsv): a result that is
+// representable is computed around the overflow, one that is not takes the
+// run-time failure path; no run prints a number that is not finite.
+TEST(OrvikCliTest, OverflowGivesARepresentableResultOrTheFailurePath) {
+  for (const auto& row : orvik::testing_support::ReadCases("cli/data/overflow_runs.tsv")) {
+    const std::string sheet = std::string(ORVIK_SOURCE_DIR) + "/tests/cli/data/" + row[2];
+    const Answer answer = RunCli("run " + row[0] + " --sheet " + sheet + " --select " + row[1] + " --format json");
+    EXPECT_EQ(answer.status, 0) << row.Where();
+    EXPECT_NE(answer.out.find("\"outcome\":\"" + row[3] + "\""), std::string::npos) << row.Where() << answer.out;
+    EXPECT_NE(answer.out.find(row[4]), std::string::npos) << row.Where() << " said: " << answer.out;
+    for (const char* word : {"null", "NaN", "Infinity"})
+      EXPECT_EQ(answer.out.find(word), std::string::npos) << row.Where() << " shows " << word;
   }
 }
 
