@@ -7,6 +7,7 @@
 #include "formats/project_file.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -822,6 +823,44 @@ class ProjectReader {
 
 }  // namespace
 
+namespace {
+
+// The name a save of `target` writes under until its rename:
+// ".NAME.orv.saving-" and six characters of mkstemp.
+std::string SavingPrefix(const std::filesystem::path& target) { return "." + target.filename().string() + ".saving-"; }
+
+std::filesystem::path FolderOf(const std::filesystem::path& target) {
+  return target.has_parent_path() ? target.parent_path() : std::filesystem::path(".");
+}
+
+// Removes the temporaries that saves of `target` left when they were killed
+// before their rename. A save holds an exclusive flock on its temporary from
+// its creation to its rename, and the system drops the lock when the process
+// ends, so a temporary whose lock can be taken belongs to no running save;
+// one that is locked is being written and is left alone. Best effort: a
+// folder that cannot be listed or a file that cannot be removed is skipped.
+void RemoveStaleSaves(const std::filesystem::path& target) {
+  namespace fs = std::filesystem;
+  const std::string prefix = SavingPrefix(target);
+  std::error_code error;
+  fs::directory_iterator entries(FolderOf(target), error);
+  if (error) return;
+  for (; entries != fs::directory_iterator(); entries.increment(error)) {
+    if (error) return;
+    const fs::directory_entry& entry = *entries;
+    const std::string name = entry.path().filename().string();
+    if (name.size() != prefix.size() + 6 || name.compare(0, prefix.size(), prefix) != 0) continue;
+    const int fd = ::open(entry.path().c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW);
+    if (fd < 0) continue;
+    struct stat status {};
+    if (::fstat(fd, &status) == 0 && S_ISREG(status.st_mode) && ::flock(fd, LOCK_EX | LOCK_NB) == 0)
+      ::unlink(entry.path().c_str());
+    ::close(fd);
+  }
+}
+
+}  // namespace
+
 bool IsProjectPath(const std::string& path) {
   if (path.size() < 4) return false;
   std::string suffix = path.substr(path.size() - 4);
@@ -832,10 +871,18 @@ bool IsProjectPath(const std::string& path) {
 void SaveProject(const std::string& path, const Project& project, const std::function<void(SaveStage)>& progress) {
   namespace fs = std::filesystem;
   const fs::path target(path);
-  const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
-  std::string temporary = (folder / ("." + target.filename().string() + ".saving-XXXXXX")).string();
+  const fs::path folder = FolderOf(target);
+  RemoveStaleSaves(target);
+  std::string temporary = (folder / (SavingPrefix(target) + "XXXXXX")).string();
   const int fd = ::mkstemp(temporary.data());
   if (fd < 0) throw ProjectFileError(SystemError("The project could not be saved to \"" + path + "\""));
+  // Held until the save ends (or its process does): it tells the saves and
+  // opens that clear stale temporaries that this one is being written.
+  ::flock(fd, LOCK_EX | LOCK_NB);
+  struct LockHolder {
+    int fd;
+    ~LockHolder() { ::close(fd); }
+  } const lock{fd};
   // The new file takes the old one's permissions, or the usual ones for a new file.
   struct stat old_status {};
   if (::stat(path.c_str(), &old_status) == 0) {
@@ -845,7 +892,6 @@ void SaveProject(const std::string& path, const Project& project, const std::fun
     ::umask(mask);
     ::fchmod(fd, 0666 & ~mask);
   }
-  ::close(fd);
   const auto fail = [&](const std::string& reason) {
     std::error_code ignored;
     fs::remove(temporary, ignored);
@@ -871,6 +917,7 @@ void SaveProject(const std::string& path, const Project& project, const std::fun
 }
 
 Project LoadProject(const std::string& path) {
+  RemoveStaleSaves(path);
   CheckHeader(path);
   try {
     SqliteDb db(path, SQLITE_OPEN_READONLY);
