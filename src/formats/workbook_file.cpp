@@ -669,10 +669,10 @@ std::vector<std::string> DataFileSheetNames(const std::string& path) {
   return {std::filesystem::path(path).stem().string()};
 }
 
-void ReadFirstSheet(const std::string& path, worksheet::Worksheet& sheet) {
+std::vector<std::string> ReadFirstSheet(const std::string& path, worksheet::Worksheet& sheet) {
   switch (DataFileKindOf(path)) {
-    case DataFileKind::Xlsx: ReadXlsxSheet(path, 0, false, sheet); return;
-    case DataFileKind::Xls: ReadXlsSheet(path, 0, false, sheet); return;
+    case DataFileKind::Xlsx: ReadXlsxSheet(path, 0, false, sheet); return {};
+    case DataFileKind::Xls: ReadXlsSheet(path, 0, false, sheet); return {};
     case DataFileKind::Project: {
       Project project = LoadProject(path);
       for (const auto& document : project.order) {
@@ -685,12 +685,13 @@ void ReadFirstSheet(const std::string& path, worksheet::Worksheet& sheet) {
         sheet.Selection = {};
         sheet.ActiveRow = 1;
         sheet.ActiveCol = 1;
-        return;
+        return {};
       }
       throw WorkbookError("The project \"" + path + "\" holds no worksheet.");
     }
-    case DataFileKind::Delimited: ReadDelimitedFile(path, sheet); return;
+    case DataFileKind::Delimited: return ReadDelimitedFile(path, sheet);
   }
+  return {};
 }
 
 }  // namespace orvik::formats
