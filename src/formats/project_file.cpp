@@ -12,6 +12,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
@@ -446,6 +447,83 @@ void CheckHeader(const std::string& path) {
                              " of its " + std::to_string(std::uint64_t{page_size} * page_count) +
                              " bytes. It may have been cut short while it was copied or saved.");
   }
+}
+
+// Limits of a project's opening. SQLite keeps no string or blob longer than
+// kMaxValueBytes (a stored block of 8,192 cells stays far below), and the
+// whole opening, integrity check included, must end within kOpenBudget:
+// a legitimate project of a million rows opens in seconds.
+constexpr int kMaxValueBytes = 1 << 29;
+constexpr auto kOpenBudget = std::chrono::seconds(60);
+
+// Sets a connection up for a file that may have been crafted: the schema is
+// not trusted (no functions or virtual tables reached from it), views and
+// triggers are off, the database cannot be changed, values are bounded in
+// length, and a progress handler interrupts any statement once `deadline`
+// has passed.
+void HardenForReading(SqliteDb& db, const std::chrono::steady_clock::time_point* deadline) {
+  sqlite3* handle = db.Handle();
+  sqlite3_db_config(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+  sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
+  sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
+  sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+  sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0, nullptr);
+  sqlite3_limit(handle, SQLITE_LIMIT_LENGTH, kMaxValueBytes);
+  sqlite3_limit(handle, SQLITE_LIMIT_SQL_LENGTH, 1 << 16);
+  sqlite3_limit(handle, SQLITE_LIMIT_EXPR_DEPTH, 100);
+  sqlite3_limit(handle, SQLITE_LIMIT_COMPOUND_SELECT, 10);
+  sqlite3_limit(handle, SQLITE_LIMIT_ATTACHED, 0);
+  sqlite3_progress_handler(
+      handle, 10000,
+      [](void* limit) { return std::chrono::steady_clock::now() > *static_cast<const std::chrono::steady_clock::time_point*>(limit) ? 1 : 0; },
+      const_cast<std::chrono::steady_clock::time_point*>(deadline));
+}
+
+// The columns of `table` as SQLite reports them (hidden ones included, so a
+// generated column shows): name, declared type, not-null, default, key.
+std::vector<std::string> TableColumns(SqliteDb& db, const std::string& table) {
+  std::vector<std::string> columns;
+  SqliteStatement info(db, "SELECT name, type, \"notnull\", dflt_value, pk, hidden FROM pragma_table_xinfo(?1)");
+  info.Bind(1, table);
+  while (info.Step()) {
+    std::string column;
+    for (int i = 0; i < 6; ++i) column.append(info.IsNull(i) ? "<null>" : std::string(info.Text(i))).push_back('|');
+    columns.push_back(std::move(column));
+  }
+  return columns;
+}
+
+// Checks that the file holds the tables this program writes and nothing
+// else: each a plain table with exactly the columns of kSchema (format 1
+// lacks the three tables of the runs), besides the indexes SQLite makes for
+// their keys. A view, trigger, virtual table or any other object would run
+// code of the file's choosing as it is read, so such a file is refused.
+void CheckSchema(const std::string& path, SqliteDb& db, bool with_runs) {
+  SqliteDb reference(":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+  reference.Exec(kSchema);
+  std::map<std::string, std::vector<std::string>> expected;
+  {
+    SqliteStatement tables(reference, "SELECT name FROM sqlite_schema WHERE type = 'table'");
+    while (tables.Step()) {
+      const std::string name(tables.Text(0));
+      if (!with_runs && (name == "runs" || name == "run_settings" || name == "run_data")) continue;
+      expected[name] = TableColumns(reference, name);
+    }
+  }
+  std::size_t tables_found = 0;
+  SqliteStatement objects(db, "SELECT type, name, tbl_name, sql FROM sqlite_schema");
+  while (objects.Step()) {
+    const std::string type(objects.Text(0)), name(objects.Text(1)), table(objects.Text(2));
+    const std::string sql(objects.Text(3));
+    if (type == "index" && name.rfind("sqlite_autoindex_", 0) == 0 && objects.IsNull(3) && expected.count(table))
+      continue;
+    if (type != "table" || !expected.count(name) || sql.rfind("CREATE TABLE ", 0) != 0)
+      Damaged(path, "it holds the " + type + " \"" + name + "\", which no Orvik project has");
+    ++tables_found;
+  }
+  if (tables_found != expected.size()) Damaged(path, "tables are missing");
+  for (const auto& [name, columns] : expected)
+    if (TableColumns(db, name) != columns) Damaged(path, "the table \"" + name + "\" has other columns");
 }
 
 class ProjectReader {
@@ -919,14 +997,22 @@ void SaveProject(const std::string& path, const Project& project, const std::fun
 Project LoadProject(const std::string& path) {
   RemoveStaleSaves(path);
   CheckHeader(path);
+  const auto deadline = std::chrono::steady_clock::now() + kOpenBudget;
   try {
     SqliteDb db(path, SQLITE_OPEN_READONLY);
+    HardenForReading(db, &deadline);
+    {
+      SqliteStatement version(db, "PRAGMA user_version");
+      CheckSchema(path, db, version.Step() && version.Int(0) >= kFirstVersionWithRuns);
+    }
     {
       SqliteStatement check(db, "PRAGMA quick_check(1)");
       if (!check.Step() || check.Text(0) != "ok") Damaged(path, std::string(check.Text(0)));
     }
     return ProjectReader(path, db).Read();
   } catch (const SqliteError& error) {
+    if (std::chrono::steady_clock::now() > deadline)
+      Damaged(path, "reading it took longer than " + std::to_string(kOpenBudget.count()) + " seconds");
     Damaged(path, error.what());
   }
 }

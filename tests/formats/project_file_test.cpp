@@ -10,6 +10,7 @@
 #include <unistd.h>
 
 #include <bit>
+#include <chrono>
 #include <cmath>
 #include <filesystem>
 #include <fstream>
@@ -17,6 +18,7 @@
 #include <memory>
 
 #include "formats/test_files.h"
+#include "support/case_table.h"
 
 namespace orvik::formats {
 namespace {
@@ -258,6 +260,23 @@ TEST(ProjectFileTest, ASaveKilledAtAnyMomentLeavesTheOldFileReadable) {
   // Killed after the rename: the new project, its 200,000 rows whole.
   SaveAndKill(path, new_project, SaveStage::Renamed, 0);
   ExpectSameProject(LoadProject(path), new_project);
+}
+
+// Crafted files (data/hostile_projects.tsv) are refused as damaged before
+// any of their own code can run, and quickly.
+TEST(ProjectFileTest, CraftedSchemasAreRefusedAsDamaged) {
+  TempFolder folder;
+  const std::string good = folder.Path("good.orv");
+  SaveProject(good, AwkwardProject());
+  int n = 0;
+  for (const auto& row : testing_support::ReadCases("formats/data/hostile_projects.tsv")) {
+    const std::string path = folder.Path("crafted" + std::to_string(++n) + ".orv");
+    fs::copy_file(good, path);
+    ExecSql(path, row[0]);
+    const auto start = std::chrono::steady_clock::now();
+    ExpectRefused(path, "is damaged and cannot be opened (" + row[1]);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5)) << row.Where();
+  }
 }
 
 // A save killed before its rename leaves its temporary; the next open or
