@@ -18,6 +18,13 @@ namespace {
 worksheet::DelimitedParser SheetParser(const DelimitedOptions& options, worksheet::Worksheet& sheet) {
   const long first_data_row = options.headerRow ? 1 : 0;
   return worksheet::DelimitedParser(options.separator, [&sheet, first_data_row](long row, long col, std::string_view text) {
+    // Empty fields cost nothing, so only a text past the grid's limits ends
+    // the reading (a line of millions of fields would otherwise make as
+    // many columns).
+    if (!text.empty() && col >= worksheet::kGridMaxCols)
+      throw std::length_error("the sheet has more than 16,384 columns");
+    if (!text.empty() && row - first_data_row >= worksheet::kGridMaxRows)
+      throw std::length_error("the sheet has more than 16,777,216 rows");
     if (row < first_data_row) sheet.SetColumnHeader(col + 1, std::string(text));
     else if (!text.empty()) sheet.SetText(row - first_data_row + 1, col + 1, text);
   });
@@ -72,7 +79,12 @@ std::vector<std::string> ReadDelimitedFile(const std::string& path, const Delimi
                                            worksheet::Worksheet& sheet) {
   std::ifstream in(path, std::ios::binary);
   if (!in) throw std::runtime_error("cannot read " + path);
-  std::vector<std::string> notices = ReadDelimitedText(in, options, sheet);
+  std::vector<std::string> notices;
+  try {
+    notices = ReadDelimitedText(in, options, sheet);
+  } catch (const std::length_error& limit) {
+    throw std::runtime_error("\"" + path + "\" cannot be read: " + limit.what() + ".");
+  }
   if (in.bad()) throw std::runtime_error("error while reading " + path);
   return notices;
 }

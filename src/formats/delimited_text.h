@@ -18,6 +18,9 @@ namespace orvik::formats {
 // fields are empty cells. The bytes are decoded at the door (TextDecoder):
 // UTF-8 with or without its byte-order mark, UTF-16 with one, and bytes
 // that are not UTF-8 read as Latin-1, so every cell holds UTF-8.
+// A text holding a field past column 16,384 or row 16,777,216 (the grid's
+// limits) throws std::length_error saying which; ReadDelimitedFile turns it
+// into a std::runtime_error naming the file.
 // Returns the information notices the user is to see once, in order: the
 // text was not all UTF-8 (kNotUtf8Notice); a quote that was never closed,
 // naming its line, because its field swallowed the rest of the text.

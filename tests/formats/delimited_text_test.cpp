@@ -67,6 +67,21 @@ TEST(DelimitedTextTest, DecodesAtTheDoorAndTellsWhatItRepaired) {
   }
 }
 
+// Empty fields cost nothing however many there are; a text past the grid's
+// last column ends the reading with the limit it reached.
+TEST(DelimitedTextTest, ALinePastTheLastColumnIsRefusedAndEmptyFieldsAreFree) {
+  const auto sheet = Read(std::string(1000000, ',') + "\n1," + std::string(100000, ',') + "\n");
+  EXPECT_EQ(sheet.DataColCnt(), 1);
+  EXPECT_EQ(sheet.DataRowCnt(), 2);
+  EXPECT_EQ(Read(std::string(16383, ',') + "x").Text(1, 16384), "x");
+  try {
+    Read(std::string(16384, ',') + "x");
+    ADD_FAILURE() << "a text in column 16,385 was read";
+  } catch (const std::length_error& error) {
+    EXPECT_STREQ(error.what(), "the sheet has more than 16,384 columns");
+  }
+}
+
 TEST(DelimitedTextTest, QuotesAreRemovedAndEverythingElseKeptAsWritten) {
   const auto sheet = Read("\"a,b\",\" 12 \",\"say \"\"hi\"\"\"\n  x , y\n\"line\none\",z");
   EXPECT_EQ(Row(sheet, 1), (Cells{"a,b", " 12 ", "say \"hi\""}));
