@@ -461,7 +461,7 @@ constexpr auto kOpenBudget = std::chrono::seconds(60);
 // triggers are off, the database cannot be changed, values are bounded in
 // length, and a progress handler interrupts any statement once `deadline`
 // has passed.
-void HardenForReading(SqliteDb& db, const std::chrono::steady_clock::time_point* deadline) {
+void HardenForReading(SqliteDb& db, std::chrono::steady_clock::time_point* deadline) {
   sqlite3* handle = db.Handle();
   sqlite3_db_config(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
   sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
@@ -475,8 +475,10 @@ void HardenForReading(SqliteDb& db, const std::chrono::steady_clock::time_point*
   sqlite3_limit(handle, SQLITE_LIMIT_ATTACHED, 0);
   sqlite3_progress_handler(
       handle, 10000,
-      [](void* limit) { return std::chrono::steady_clock::now() > *static_cast<const std::chrono::steady_clock::time_point*>(limit) ? 1 : 0; },
-      const_cast<std::chrono::steady_clock::time_point*>(deadline));
+      [](void* limit) {
+        return std::chrono::steady_clock::now() > *static_cast<std::chrono::steady_clock::time_point*>(limit) ? 1 : 0;
+      },
+      deadline);
 }
 
 // The columns of `table` as SQLite reports them (hidden ones included, so a
@@ -997,7 +999,7 @@ void SaveProject(const std::string& path, const Project& project, const std::fun
 Project LoadProject(const std::string& path) {
   RemoveStaleSaves(path);
   CheckHeader(path);
-  const auto deadline = std::chrono::steady_clock::now() + kOpenBudget;
+  auto deadline = std::chrono::steady_clock::now() + kOpenBudget;
   try {
     SqliteDb db(path, SQLITE_OPEN_READONLY);
     HardenForReading(db, &deadline);
