@@ -614,6 +614,17 @@ namespace {
 class XlsFile {
  public:
   explicit XlsFile(const std::string& path) : path_(path) {
+    // Every Excel 97-2003 workbook is a compound document. libfreexl also
+    // takes other bytes as a bare stream and trusts their sizes (32 bytes
+    // can make it claim hundreds of megabytes), so those are refused first.
+    static const unsigned char kCompoundSignature[8] = {0xD0, 0xCF, 0x11, 0xE0, 0xA1, 0xB1, 0x1A, 0xE1};
+    unsigned char signature[8] = {};
+    if (FILE* file = std::fopen(path.c_str(), "rb")) {
+      const std::size_t got = std::fread(signature, 1, sizeof signature, file);
+      std::fclose(file);
+      if (got != sizeof signature || std::memcmp(signature, kCompoundSignature, sizeof signature) != 0)
+        throw WorkbookError("\"" + path + "\" cannot be read as an Excel 97-2003 workbook (.xls): it is not one.");
+    }
     const int code = freexl_open(path.c_str(), &handle_);
     if (code != FREEXL_OK) {
       freexl_close(handle_);
