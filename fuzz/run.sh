@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
 # Builds the fuzz targets with clang and libFuzzer in build-fuzz and runs one.
-# Usage: fuzz/run.sh csv_reader|project_reader [SECONDS]   (default 600)
+# Usage: fuzz/run.sh csv_reader|project_reader|xlsx_reader|xls_reader|cell_range [SECONDS]   (default 600)
 # New inputs go to build-fuzz/corpus/TARGET, seeded from fuzz/corpus/TARGET,
 # so the committed corpus stays small; a crash is written to build-fuzz/.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-target="${1:?usage: fuzz/run.sh csv_reader|project_reader [SECONDS]}"
+target="${1:?usage: fuzz/run.sh csv_reader|project_reader|xlsx_reader|xls_reader|cell_range [SECONDS]}"
 seconds="${2:-600}"
 
 CC=clang CXX=clang++ cmake -S . -B build-fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \

@@ -51,9 +51,13 @@ DescriptiveSummary SummariseSample(std::span<const double> sample) {
     shifted_squares.Add((x - shift) * (x - shift));
   }
   s.sum = sum.Value();
-  s.mean = Round(s.sum / n, 12);
+  // A sum past the largest double still has a representable mean.
+  s.mean = Round(std::isfinite(s.sum) ? s.sum / n : stats::CompensatedMean(sample), 12);
   const double centred = shifted_sum.Value();
-  s.variance = Round(std::max(0.0, (shifted_squares.Value() - centred * centred / n) / (n - 1)), 12);
+  // Cancellation may leave a hair below zero; an overflow leaves NaN, which
+  // must stay NaN (std::max would turn it into a variance of 0).
+  const double variance = (shifted_squares.Value() - centred * centred / n) / (n - 1);
+  s.variance = Round(variance < 0.0 ? 0.0 : variance, 12);
   s.standardDeviation = Round(std::sqrt(s.variance), 12);
   if (s.mean != 0.0) s.coefficientOfVariation = Round(100.0 * s.standardDeviation / s.mean, 10);
 
@@ -112,7 +116,7 @@ void DescriptiveStatistics(shell::Host& host) {
   shell::ResultWindow window = shell::MakeDataChart("Descriptive statistics");
   window.charts.clear();  // a grid of results, no chart
   window.table = DescriptiveTable(SummariseSample(sample));
-  host.ShowResultWindow(std::move(window));
+  shell::ShowResultOrFail(host, std::move(window), worksheet::messages::kInputValidData, kCancelLine);
   if (sample.size() < 3) host.Refuse(kSmallSampleWarning);
   host.Log().AppendSessionLine(kCompletedLine);
 }

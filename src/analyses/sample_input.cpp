@@ -31,7 +31,7 @@ void ShowReport(shell::Host& host, const SessionLines& lines, shell::ResultTable
   shell::ResultWindow window = shell::MakeDataChart(lines.stem);
   window.charts.clear();  // a grid of results, no chart
   window.table = std::move(table);
-  host.ShowResultWindow(std::move(window));
+  shell::ShowResultOrFail(host, std::move(window), worksheet::messages::kInputValidData, lines.cancel);
   host.Log().AppendSessionLine(lines.Completed());
 }
 

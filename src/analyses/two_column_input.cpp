@@ -30,8 +30,9 @@ PairedColumns PairedRows(const worksheet::Worksheet& sheet, const worksheet::Dat
   if (worksheet::ColumnsToWalk(selection) < 2) return pairs;
   const long left = NthColumn(selection, 0);
   const long right = NthColumn(selection, 1);
-  const long rows = worksheet::RowsToWalk(selection);
-  for (long r = 0, row = selection.firstRow; r < rows; ++r, row += selection.rowStep) {
+  const worksheet::WalkSpan rows = worksheet::RowsWithData(sheet, selection);
+  for (long r = 0; r < rows.length; ++r) {
+    const long row = rows.At(r);
     const auto x = worksheet::ParseCellNumber(sheet.Text(row, left));
     const auto y = worksheet::ParseCellNumber(sheet.Text(row, right));
     if (!x && !y) continue;

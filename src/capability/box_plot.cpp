@@ -24,9 +24,9 @@ constexpr long kMostColumns = 10;
 std::vector<double> ColumnValues(const worksheet::Worksheet& sheet, const worksheet::DataSelection& block,
                                  long col) {
   std::vector<double> values;
-  const long rows = worksheet::RowsToWalk(block);
-  for (long i = 0, row = block.firstRow; i < rows; ++i, row += block.rowStep)
-    if (const auto value = worksheet::ParseCellNumber(sheet.Text(row, col))) values.push_back(*value);
+  const worksheet::WalkSpan rows = worksheet::RowsWithData(sheet, block);
+  for (long i = 0; i < rows.length; ++i)
+    if (const auto value = worksheet::ParseCellNumber(sheet.Text(rows.At(i), col))) values.push_back(*value);
   return values;
 }
 
@@ -109,7 +109,7 @@ void BoxPlotView(shell::Host& host) {
     boxes.push_back(SummariseColumn(sheet.ColumnHeader(col), values));
   }
   host.Log().AppendSessionLine(kStartingLine);
-  host.ShowResultWindow(BoxPlotWindow(boxes));
+  shell::ShowResultOrFail(host, BoxPlotWindow(boxes), worksheet::messages::kInputValidData, kCancelLine);
   host.Log().AppendSessionLine(kCompletedLine);
 }
 

@@ -16,6 +16,8 @@ using stats::Round;
 
 constexpr const char* kStartingLine = "Histogram generation is starting";
 constexpr const char* kCompletedLine = "Histogram generation is completed";
+// Written after the failure message when a result cannot be shown.
+constexpr const char* kCancelLine = "Cancel Histogram generation";
 
 // The class width for p places: Round(Round(range, range_places) / (k - 1), p).
 double ClassWidth(double range, int range_places, long k, int p) {
@@ -134,7 +136,7 @@ void HistogramView(shell::Host& host) {
   chart.xTitle = "Class";
   chart.yTitle = "Frequency";
   chart.series.push_back(HistogramBars(classes));
-  host.ShowResultWindow(std::move(window));
+  shell::ShowResultOrFail(host, std::move(window), worksheet::messages::kInputValidData, kCancelLine);
   host.Log().AppendSessionLine(kCompletedLine);
 }
 

@@ -49,7 +49,8 @@ ParetoInput ReadParetoColumns(const worksheet::Worksheet& sheet, const worksheet
   const long item_col = block.columnStep > 0 ? block.firstColumn : block.firstColumn - 1;
   const long quantity_col = item_col + 1;
   const long top = std::min(block.firstRow, block.lastRow);
-  const long bottom = std::max(block.firstRow, block.lastRow);
+  // Rows past the data are empty; they add nothing.
+  const long bottom = std::min(std::max(block.firstRow, block.lastRow), sheet.DataRowCnt());
   for (long row = top; row <= bottom; ++row) {
     const std::string item = Trimmed(sheet.Text(row, item_col));
     const std::string_view quantity_text = sheet.Text(row, quantity_col);
@@ -147,7 +148,7 @@ void ParetoSelection(shell::Host& host) {
     host.Log().AppendSessionLine(kCancelLine);
     return;
   }
-  host.ShowResultWindow(ParetoSelectView(ParetoRows(input.entries)));
+  shell::ShowResultOrFail(host, ParetoSelectView(ParetoRows(input.entries)), kConfirmColumns, kCancelLine);
   host.Log().AppendSessionLine(kCompletedLine);
 }
 

@@ -41,7 +41,9 @@ double GroupSigma(std::span<const double> group) {
     squares.Add((x - shift) * (x - shift));
   }
   const double centred = sum.Value();
-  return std::sqrt(std::max(0.0, (squares.Value() - centred * centred / m) / (m - 1)));
+  // An overflow leaves NaN, which must not become a sigma of 0.
+  const double variance = (squares.Value() - centred * centred / m) / (m - 1);
+  return std::sqrt(variance < 0.0 ? 0.0 : variance);
 }
 
 // Within sigma from consecutive subgroups of `size` values. A last group of
@@ -225,7 +227,7 @@ void CpkResultView(shell::Host& host, const CpkSettings& study) {
   chart.labels.push_back({"Mean:" + FormatNumber(r.mean), r.mean, std::nullopt});
   chart.labels.push_back({"Cp : " + Shown(r.Cp) + "   " + "Cpk : " + Shown(r.Cpk), std::nullopt, std::nullopt});
   chart.labels.push_back({"Pp : " + Shown(r.Pp) + "   " + "Ppk : " + Shown(r.Ppk), std::nullopt, std::nullopt});
-  host.ShowResultWindow(std::move(window));
+  shell::ShowResultOrFail(host, std::move(window), worksheet::messages::kInputValidData, kCancelLine);
   host.Log().AppendSessionLine(kCompletedLine);
 }
 

@@ -28,14 +28,20 @@ bool RequireOneColumn(shell::Host& host, const char* refusal_text) {
 }
 
 // The steps both charts begin with: the block, the one-column check, the
-// starting line, then every cell of the column must be a number.
+// starting line, then every cell of the column must be a number. A block
+// that starts below the data holds no cell to read; it is refused like a
+// block of empty cells rather than ending the command without a word.
 bool ReadCounts(shell::Host& host, const std::string& name, const char* one_column_text, std::vector<double>& out) {
   if (!shell::ResolveDataBlock(host)) return false;
   if (!RequireOneColumn(host, one_column_text)) return false;
   host.Log().AppendSessionLine(StartingLine(name));
   if (!shell::CollectNumericCells(host, worksheet::CellPolicy::Refuse, kInputValidData)) return false;
   out = host.CurrentSelection().values;
-  return !out.empty();
+  if (out.empty()) {
+    host.Refuse(kInputValidData);
+    return false;
+  }
+  return true;
 }
 
 // The sample size dialog. `floor` is the least n it accepts.

@@ -1,5 +1,6 @@
 #include "charts/chart_input.h"
 
+#include <algorithm>
 #include <cctype>
 
 #include "charts/control_form.h"
@@ -10,19 +11,27 @@ namespace orvik::charts {
 
 std::optional<Subgroups> ReadSubgroups(const worksheet::Worksheet& sheet, const worksheet::DataSelection& selection) {
   Subgroups groups;
-  const long columns = (selection.lastColumn - selection.firstColumn) * selection.columnStep + 1;
-  const long rows = (selection.lastRow - selection.firstRow) * selection.rowStep + 1;
+  const long columns = worksheet::ColumnsToWalk(selection);
+  const long rows = worksheet::RowsToWalk(selection);
   if (columns <= 0 || rows <= 0) return groups;
+  // Every cell must hold a number, so a block reaching past the data, or
+  // past the last filled row of one of its columns, holds an empty cell.
+  // Checked before anything is allocated: the block then holds no more
+  // cells than the sheet stores.
+  if (worksheet::ColumnsWithData(sheet, selection).length != columns ||
+      worksheet::RowsWithData(sheet, selection).length != rows)
+    return std::nullopt;
+  const long bottom = std::max(selection.firstRow, selection.lastRow);
+  for (long c = 0, col = selection.firstColumn; c < columns; ++c, col += selection.columnStep)
+    if (sheet.LastFilledRow(col) < bottom) return std::nullopt;
   groups.size = columns;
   groups.values.reserve(static_cast<std::size_t>(columns) * static_cast<std::size_t>(rows));
-  for (long row = selection.firstRow;; row += selection.rowStep) {
-    for (long col = selection.firstColumn;; col += selection.columnStep) {
+  for (long r = 0, row = selection.firstRow; r < rows; ++r, row += selection.rowStep) {
+    for (long c = 0, col = selection.firstColumn; c < columns; ++c, col += selection.columnStep) {
       const auto number = worksheet::ParseCellNumber(sheet.Text(row, col));
       if (!number) return std::nullopt;
       groups.values.push_back(*number);
-      if (col == selection.lastColumn) break;
     }
-    if (row == selection.lastRow) break;
   }
   return groups;
 }

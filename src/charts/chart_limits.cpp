@@ -66,35 +66,29 @@ SubgroupStatistics ComputeSubgroupStatistics(const Subgroups& groups) {
   stats.sds.reserve(static_cast<std::size_t>(count));
   // Every sum is compensated: a grand mean of many subgroups of values large
   // against their spread would otherwise drift in its last shown places.
-  CompensatedSum mean_total, range_total, sd_total;
+  // Means and deviations are taken scaled where their sums would overflow.
   const auto n = static_cast<std::size_t>(groups.size);
   for (long g = 0; g < count; ++g) {
     const double* row = groups.values.data() + static_cast<std::size_t>(g) * n;
-    CompensatedSum sum;
     double maximum = row[0], minimum = row[0];
     for (std::size_t j = 0; j < n; ++j) {
-      sum.Add(row[j]);
       if (row[j] > maximum) maximum = row[j];
       if (row[j] < minimum) minimum = row[j];
     }
-    const double exact_mean = sum.Value() / static_cast<double>(n);
-    CompensatedSum squares;
-    for (std::size_t j = 0; j < n; ++j) squares.Add((row[j] - exact_mean) * (row[j] - exact_mean));
+    const std::span<const double> group(row, n);
+    const double exact_mean = orvik::stats::CompensatedMean(group);
     const double mean = Round(exact_mean, 8);
     // The range is rounded like the mean so that the binary noise of the
     // subtraction cannot put a range a hair above a limit it equals.
     const double range = Round(maximum - minimum, 8);
-    const double sd = n > 1 ? Round(std::sqrt(squares.Value() / static_cast<double>(n - 1)), 8) : 0.0;
+    const double sd = n > 1 ? Round(orvik::stats::CompensatedStandardDeviation(group, exact_mean), 8) : 0.0;
     stats.means.push_back(mean);
     stats.ranges.push_back(range);
     stats.sds.push_back(sd);
-    mean_total.Add(mean);
-    range_total.Add(range);
-    sd_total.Add(sd);
   }
-  stats.grandMean = mean_total.Value() / static_cast<double>(count);
-  stats.rBar = range_total.Value() / static_cast<double>(count);
-  stats.sBar = sd_total.Value() / static_cast<double>(count);
+  stats.grandMean = orvik::stats::CompensatedMean(stats.means);
+  stats.rBar = orvik::stats::CompensatedMean(stats.ranges);
+  stats.sBar = orvik::stats::CompensatedMean(stats.sds);
   return stats;
 }
 

@@ -46,6 +46,8 @@ CommandLine ParseOptions(const std::vector<std::string>& args, bool takes_key, b
       const std::string& range = value_of(i);
       line.selection = ParseCellRange(range);
       if (!line.selection) throw UsageError("bad range: " + range);
+      if (!worksheet::WithinGrid(*line.selection))
+        throw UsageError("bad range: " + range + " lies beyond the grid (columns A to XFD, rows 1 to 16777216)");
     } else if (arg == "--format") {
       const std::string& format = value_of(i);
       if (format == "json") line.format = Format::Json;
@@ -90,18 +92,25 @@ void CheckDialogNames(const CommandLine& line) {
     if (commands::FindDialog(name) == nullptr) throw UsageError("unknown dialog: " + name);
 }
 
-// The worksheet a fresh program shows: "WorkSheet 1", holding the file.
-worksheet::Worksheet LoadSheet(const CommandLine& line) {
-  worksheet::Worksheet sheet("WorkSheet 1");
+// The worksheet a fresh program shows: "WorkSheet 1", holding the file, and
+// the notices its reading gives (shown as the window application shows them
+// when it opens the file, before any command).
+struct LoadedSheet {
+  worksheet::Worksheet sheet{"WorkSheet 1"};
+  std::vector<std::string> notices;
+};
+
+LoadedSheet LoadSheet(const CommandLine& line) {
+  LoadedSheet loaded;
   if (!line.sheet_path.empty()) {
     try {
-      formats::ReadFirstSheet(line.sheet_path, sheet);
+      loaded.notices = formats::ReadFirstSheet(line.sheet_path, loaded.sheet);
     } catch (const std::exception& error) {
       throw UsageError(error.what());
     }
   }
-  if (line.selection) sheet.Selection = *line.selection;
-  return sheet;
+  if (line.selection) loaded.sheet.Selection = *line.selection;
+  return loaded;
 }
 
 void Print(const std::string& text) { std::fwrite(text.data(), 1, text.size(), stdout); }
@@ -118,7 +127,9 @@ int RunCommand(const std::vector<std::string>& args) {
   if (command->run == nullptr) throw UsageError(line.key + " is not available in this version");
   CheckDialogNames(line);
 
-  CliHost host(LoadSheet(line), line.settings, line.cancelled_dialogs);
+  LoadedSheet loaded = LoadSheet(line);
+  CliHost host(std::move(loaded.sheet), line.settings, line.cancelled_dialogs);
+  for (auto& notice : loaded.notices) host.Notify(std::move(notice));
   RunRecord record;
   try {
     if (RunDialogsBeforeCommand(host, line.settings)) command->run(host);
@@ -142,7 +153,9 @@ int RunCommand(const std::vector<std::string>& args) {
 int SelectCommand(const std::vector<std::string>& args) {
   const CommandLine line = ParseOptions(args, false, false);
   if (line.sheet_path.empty()) throw UsageError("select needs --sheet FILE");
-  CliHost host(LoadSheet(line), {}, {});
+  LoadedSheet loaded = LoadSheet(line);
+  CliHost host(std::move(loaded.sheet), {}, {});
+  for (auto& notice : loaded.notices) host.Notify(std::move(notice));
   SelectRecord record;
   record.outcome = "refused";
   if (shell::ResolveDataBlock(host)) {

@@ -11,7 +11,34 @@ namespace {
 
 constexpr std::size_t kChunk = 1 << 16;
 
-inline bool NeedsEscape(char c) { return c == '"' || c == '\\' || static_cast<unsigned char>(c) < 0x20; }
+// Quotes, backslashes and control characters are escaped; bytes of 0x80 and
+// above are looked at too, so that a text that is not well-formed UTF-8 (a
+// cell of a damaged file) cannot make the output invalid JSON.
+inline bool NeedsEscape(char c) {
+  const auto b = static_cast<unsigned char>(c);
+  return c == '"' || c == '\\' || b < 0x20 || b >= 0x80;
+}
+
+// The length of the well-formed UTF-8 sequence at value[i] (The Unicode
+// Standard, table 3-7), or 0 when the bytes there are not one.
+std::size_t Utf8SequenceAt(std::string_view value, std::size_t i) {
+  const auto at = [&value](std::size_t k) { return static_cast<unsigned char>(value[k]); };
+  const unsigned char b = at(i);
+  std::size_t length = 0;
+  unsigned char low = 0x80, high = 0xBF;
+  if (b >= 0xC2 && b <= 0xDF) length = 2;
+  else if (b == 0xE0) length = 3, low = 0xA0;
+  else if (b == 0xED) length = 3, high = 0x9F;
+  else if (b >= 0xE1 && b <= 0xEF) length = 3;
+  else if (b == 0xF0) length = 4, low = 0x90;
+  else if (b == 0xF4) length = 4, high = 0x8F;
+  else if (b >= 0xF1 && b <= 0xF3) length = 4;
+  if (length == 0 || i + length > value.size()) return 0;
+  if (at(i + 1) < low || at(i + 1) > high) return 0;
+  for (std::size_t k = 2; k < length; ++k)
+    if (at(i + k) < 0x80 || at(i + k) > 0xBF) return 0;
+  return length;
+}
 
 inline bool AnyNeedsEscape(std::string_view value) {
   for (const char c : value)
@@ -24,6 +51,16 @@ void AppendEscapedTo(std::string& out, std::string_view value) {
   for (std::size_t i = 0; i < value.size(); ++i) {
     const char c = value[i];
     if (!NeedsEscape(c)) continue;
+    if (static_cast<unsigned char>(c) >= 0x80) {
+      if (const std::size_t length = Utf8SequenceAt(value, i)) {
+        i += length - 1;  // well formed: copied as it stands
+        continue;
+      }
+      out.append(value.data() + plain, i - plain);
+      plain = i + 1;
+      out += "\\ufffd";  // a byte that is not UTF-8: the replacement character
+      continue;
+    }
     out.append(value.data() + plain, i - plain);
     plain = i + 1;
     switch (c) {

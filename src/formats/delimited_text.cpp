@@ -1,5 +1,6 @@
 #include "formats/delimited_text.h"
 
+#include "formats/text_decoder.h"
 #include "worksheet/delimited_cells.h"
 
 #include <algorithm>
@@ -17,6 +18,13 @@ namespace {
 worksheet::DelimitedParser SheetParser(const DelimitedOptions& options, worksheet::Worksheet& sheet) {
   const long first_data_row = options.headerRow ? 1 : 0;
   return worksheet::DelimitedParser(options.separator, [&sheet, first_data_row](long row, long col, std::string_view text) {
+    // Empty fields cost nothing, so only a text past the grid's limits ends
+    // the reading (a line of millions of fields would otherwise make as
+    // many columns).
+    if (!text.empty() && col >= worksheet::kGridMaxCols)
+      throw std::length_error("the sheet has more than 16,384 columns");
+    if (!text.empty() && row - first_data_row >= worksheet::kGridMaxRows)
+      throw std::length_error("the sheet has more than 16,777,216 rows");
     if (row < first_data_row) sheet.SetColumnHeader(col + 1, std::string(text));
     else if (!text.empty()) sheet.SetText(row - first_data_row + 1, col + 1, text);
   });
@@ -24,29 +32,34 @@ worksheet::DelimitedParser SheetParser(const DelimitedOptions& options, workshee
 
 }  // namespace
 
-void ReadDelimitedText(std::istream& in, char separator, worksheet::Worksheet& sheet) {
-  ReadDelimitedText(in, DelimitedOptions{separator, false}, sheet);
+std::vector<std::string> ReadDelimitedText(std::istream& in, char separator, worksheet::Worksheet& sheet) {
+  return ReadDelimitedText(in, DelimitedOptions{separator, false}, sheet);
 }
 
-void ReadDelimitedText(std::istream& in, const DelimitedOptions& options, worksheet::Worksheet& sheet) {
+std::vector<std::string> ReadDelimitedText(std::istream& in, const DelimitedOptions& options,
+                                           worksheet::Worksheet& sheet) {
   if (!IsUsableSeparator(options.separator)) throw std::invalid_argument("a quote or line break cannot separate fields");
   worksheet::DelimitedParser reader = SheetParser(options, sheet);
+  TextDecoder decoder;
   std::vector<char> block(1 << 20);
-  bool first = true;
+  std::string text;
   while (in) {
     in.read(block.data(), static_cast<std::streamsize>(block.size()));
-    std::size_t got = static_cast<std::size_t>(in.gcount());
-    const char* data = block.data();
-    if (first && got >= 3 && static_cast<unsigned char>(data[0]) == 0xEF &&
-        static_cast<unsigned char>(data[1]) == 0xBB && static_cast<unsigned char>(data[2]) == 0xBF) {
-      data += 3;
-      got -= 3;
-    }
-    first = false;
-    reader.Feed(std::string_view(data, got));
+    text.clear();
+    decoder.Decode(std::string_view(block.data(), static_cast<std::size_t>(in.gcount())), text);
+    reader.Feed(text);
   }
+  text.clear();
+  decoder.Finish(text);
+  reader.Feed(text);
   reader.Finish();
   sheet.ShrinkToFit();
+  std::vector<std::string> notices;
+  if (decoder.Repaired()) notices.emplace_back(kNotUtf8Notice);
+  if (const long line = reader.UnclosedQuoteLine())
+    notices.push_back("The quote that opens on line " + std::to_string(line) +
+                      " is never closed: everything after it was read into one cell.");
+  return notices;
 }
 
 char SeparatorForPath(const std::string& path) {
@@ -58,15 +71,22 @@ char SeparatorForPath(const std::string& path) {
   return ends_with(".tsv") || ends_with(".txt") ? '\t' : ',';
 }
 
-void ReadDelimitedFile(const std::string& path, worksheet::Worksheet& sheet) {
-  ReadDelimitedFile(path, DelimitedOptions{SeparatorForPath(path), false}, sheet);
+std::vector<std::string> ReadDelimitedFile(const std::string& path, worksheet::Worksheet& sheet) {
+  return ReadDelimitedFile(path, DelimitedOptions{SeparatorForPath(path), false}, sheet);
 }
 
-void ReadDelimitedFile(const std::string& path, const DelimitedOptions& options, worksheet::Worksheet& sheet) {
+std::vector<std::string> ReadDelimitedFile(const std::string& path, const DelimitedOptions& options,
+                                           worksheet::Worksheet& sheet) {
   std::ifstream in(path, std::ios::binary);
   if (!in) throw std::runtime_error("cannot read " + path);
-  ReadDelimitedText(in, options, sheet);
+  std::vector<std::string> notices;
+  try {
+    notices = ReadDelimitedText(in, options, sheet);
+  } catch (const std::length_error& limit) {
+    throw std::runtime_error("\"" + path + "\" cannot be read: " + limit.what() + ".");
+  }
   if (in.bad()) throw std::runtime_error("error while reading " + path);
+  return notices;
 }
 
 bool IsUsableSeparator(char separator) { return separator != '"' && separator != '\r' && separator != '\n' && separator != 0; }

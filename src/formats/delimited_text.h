@@ -3,6 +3,7 @@
 #include <istream>
 #include <ostream>
 #include <string>
+#include <vector>
 
 #include "worksheet/worksheet.h"
 
@@ -13,9 +14,20 @@ namespace orvik::formats {
 // sheet and its first field column A. Quotes are removed ("" inside a quoted
 // field is one quote); everything else is kept as written, blanks included.
 // Lines end with LF or CR LF (a lone CR inside a quoted field is kept); a
-// final line break ends the last row without making an empty one. A UTF-8
-// byte-order mark at the start is dropped. Empty fields are empty cells.
-void ReadDelimitedText(std::istream& in, char separator, worksheet::Worksheet& sheet);
+// final line break ends the last row without making an empty one. Empty
+// fields are empty cells. The bytes are decoded at the door (TextDecoder):
+// UTF-8 with or without its byte-order mark, UTF-16 with one, and bytes
+// that are not UTF-8 read as Latin-1, so every cell holds UTF-8.
+// A text holding a field past column 16,384 or row 16,777,216 (the grid's
+// limits) throws std::length_error saying which; ReadDelimitedFile turns it
+// into a std::runtime_error naming the file.
+// Returns the information notices the user is to see once, in order: the
+// text was not all UTF-8 (kNotUtf8Notice); a quote that was never closed,
+// naming its line, because its field swallowed the rest of the text.
+std::vector<std::string> ReadDelimitedText(std::istream& in, char separator, worksheet::Worksheet& sheet);
+
+inline constexpr const char* kNotUtf8Notice =
+    "The file is not all UTF-8 text: what is not was read as Latin-1 characters or replaced.";
 
 // How a delimited text is read or written: the field separator (comma, tab,
 // semicolon or any other character but a quote or a line break) and whether
@@ -28,8 +40,10 @@ struct DelimitedOptions {
 // Reads as above; with a header row, the first row's fields become the
 // column header names and the second row is row 1 of the sheet.
 // Throws std::invalid_argument for a separator that cannot separate fields.
-void ReadDelimitedText(std::istream& in, const DelimitedOptions& options, worksheet::Worksheet& sheet);
-void ReadDelimitedFile(const std::string& path, const DelimitedOptions& options, worksheet::Worksheet& sheet);
+std::vector<std::string> ReadDelimitedText(std::istream& in, const DelimitedOptions& options,
+                                           worksheet::Worksheet& sheet);
+std::vector<std::string> ReadDelimitedFile(const std::string& path, const DelimitedOptions& options,
+                                           worksheet::Worksheet& sheet);
 
 // Writes the sheet's data extent as RFC 4180 text: every row holds as many
 // fields as the data has columns, rows end with CR LF, and a field holding
@@ -44,7 +58,7 @@ bool IsUsableSeparator(char separator);
 // Reads the file at `path` into `sheet`, the separator chosen by the file's
 // extension: ".csv" comma, ".tsv" and ".txt" tab (any other: comma).
 // Throws std::runtime_error naming the file when it cannot be read.
-void ReadDelimitedFile(const std::string& path, worksheet::Worksheet& sheet);
+std::vector<std::string> ReadDelimitedFile(const std::string& path, worksheet::Worksheet& sheet);
 
 // The separator that ReadDelimitedFile chooses for `path`.
 char SeparatorForPath(const std::string& path);

@@ -7,10 +7,12 @@
 #include "formats/project_file.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
@@ -35,8 +37,8 @@ constexpr long kRowsPerBlock = 8192;
 // the file behind them (empty rows skipped over, columns, header names), in
 // units of one cell's eight bytes; stored cell texts take at least a byte of
 // the file each, so they cost memory in proportion to the file's size.
-constexpr long kMaxGridRows = 1L << 24;
-constexpr long kMaxGridCols = 1L << 14;
+constexpr long kMaxGridRows = worksheet::kGridMaxRows;
+constexpr long kMaxGridCols = worksheet::kGridMaxCols;
 constexpr std::uint64_t kMaxCellSlots = 1ULL << 26;
 
 // header_names and cell_blocks hold the cells of two kinds of sheet under one
@@ -461,6 +463,85 @@ void CheckHeader(const std::string& path) {
   }
 }
 
+// Limits of a project's opening. SQLite keeps no string or blob longer than
+// kMaxValueBytes (a stored block of 8,192 cells stays far below), and the
+// whole opening, integrity check included, must end within kOpenBudget:
+// a legitimate project of a million rows opens in seconds.
+constexpr int kMaxValueBytes = 1 << 29;
+constexpr auto kOpenBudget = std::chrono::seconds(60);
+
+// Sets a connection up for a file that may have been crafted: the schema is
+// not trusted (no functions or virtual tables reached from it), views and
+// triggers are off, the database cannot be changed, values are bounded in
+// length, and a progress handler interrupts any statement once `deadline`
+// has passed.
+void HardenForReading(SqliteDb& db, std::chrono::steady_clock::time_point* deadline) {
+  sqlite3* handle = db.Handle();
+  sqlite3_db_config(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+  sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
+  sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
+  sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+  sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0, nullptr);
+  sqlite3_limit(handle, SQLITE_LIMIT_LENGTH, kMaxValueBytes);
+  sqlite3_limit(handle, SQLITE_LIMIT_SQL_LENGTH, 1 << 16);
+  sqlite3_limit(handle, SQLITE_LIMIT_EXPR_DEPTH, 100);
+  sqlite3_limit(handle, SQLITE_LIMIT_COMPOUND_SELECT, 10);
+  sqlite3_limit(handle, SQLITE_LIMIT_ATTACHED, 0);
+  sqlite3_progress_handler(
+      handle, 10000,
+      [](void* limit) {
+        return std::chrono::steady_clock::now() > *static_cast<std::chrono::steady_clock::time_point*>(limit) ? 1 : 0;
+      },
+      deadline);
+}
+
+// The columns of `table` as SQLite reports them (hidden ones included, so a
+// generated column shows): name, declared type, not-null, default, key.
+std::vector<std::string> TableColumns(SqliteDb& db, const std::string& table) {
+  std::vector<std::string> columns;
+  SqliteStatement info(db, "SELECT name, type, \"notnull\", dflt_value, pk, hidden FROM pragma_table_xinfo(?1)");
+  info.Bind(1, table);
+  while (info.Step()) {
+    std::string column;
+    for (int i = 0; i < 6; ++i) column.append(info.IsNull(i) ? "<null>" : std::string(info.Text(i))).push_back('|');
+    columns.push_back(std::move(column));
+  }
+  return columns;
+}
+
+// Checks that the file holds the tables this program writes and nothing
+// else: each a plain table with exactly the columns of kSchema (format 1
+// lacks the three tables of the runs), besides the indexes SQLite makes for
+// their keys. A view, trigger, virtual table or any other object would run
+// code of the file's choosing as it is read, so such a file is refused.
+void CheckSchema(const std::string& path, SqliteDb& db, bool with_runs) {
+  SqliteDb reference(":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+  reference.Exec(kSchema);
+  std::map<std::string, std::vector<std::string>> expected;
+  {
+    SqliteStatement tables(reference, "SELECT name FROM sqlite_schema WHERE type = 'table'");
+    while (tables.Step()) {
+      const std::string name(tables.Text(0));
+      if (!with_runs && (name == "runs" || name == "run_settings" || name == "run_data")) continue;
+      expected[name] = TableColumns(reference, name);
+    }
+  }
+  std::size_t tables_found = 0;
+  SqliteStatement objects(db, "SELECT type, name, tbl_name, sql FROM sqlite_schema");
+  while (objects.Step()) {
+    const std::string type(objects.Text(0)), name(objects.Text(1)), table(objects.Text(2));
+    const std::string sql(objects.Text(3));
+    if (type == "index" && name.rfind("sqlite_autoindex_", 0) == 0 && objects.IsNull(3) && expected.count(table))
+      continue;
+    if (type != "table" || !expected.count(name) || sql.rfind("CREATE TABLE ", 0) != 0)
+      Damaged(path, "it holds the " + type + " \"" + name + "\", which no Orvik project has");
+    ++tables_found;
+  }
+  if (tables_found != expected.size()) Damaged(path, "tables are missing");
+  for (const auto& [name, columns] : expected)
+    if (TableColumns(db, name) != columns) Damaged(path, "the table \"" + name + "\" has other columns");
+}
+
 class ProjectReader {
  public:
   ProjectReader(const std::string& path, SqliteDb& db) : path_(path), db_(db) {}
@@ -846,6 +927,44 @@ class ProjectReader {
 
 }  // namespace
 
+namespace {
+
+// The name a save of `target` writes under until its rename:
+// ".NAME.orv.saving-" and six characters of mkstemp.
+std::string SavingPrefix(const std::filesystem::path& target) { return "." + target.filename().string() + ".saving-"; }
+
+std::filesystem::path FolderOf(const std::filesystem::path& target) {
+  return target.has_parent_path() ? target.parent_path() : std::filesystem::path(".");
+}
+
+// Removes the temporaries that saves of `target` left when they were killed
+// before their rename. A save holds an exclusive flock on its temporary from
+// its creation to its rename, and the system drops the lock when the process
+// ends, so a temporary whose lock can be taken belongs to no running save;
+// one that is locked is being written and is left alone. Best effort: a
+// folder that cannot be listed or a file that cannot be removed is skipped.
+void RemoveStaleSaves(const std::filesystem::path& target) {
+  namespace fs = std::filesystem;
+  const std::string prefix = SavingPrefix(target);
+  std::error_code error;
+  fs::directory_iterator entries(FolderOf(target), error);
+  if (error) return;
+  for (; entries != fs::directory_iterator(); entries.increment(error)) {
+    if (error) return;
+    const fs::directory_entry& entry = *entries;
+    const std::string name = entry.path().filename().string();
+    if (name.size() != prefix.size() + 6 || name.compare(0, prefix.size(), prefix) != 0) continue;
+    const int fd = ::open(entry.path().c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW);
+    if (fd < 0) continue;
+    struct stat status {};
+    if (::fstat(fd, &status) == 0 && S_ISREG(status.st_mode) && ::flock(fd, LOCK_EX | LOCK_NB) == 0)
+      ::unlink(entry.path().c_str());
+    ::close(fd);
+  }
+}
+
+}  // namespace
+
 bool IsProjectPath(const std::string& path) {
   if (path.size() < 4) return false;
   std::string suffix = path.substr(path.size() - 4);
@@ -856,10 +975,18 @@ bool IsProjectPath(const std::string& path) {
 void SaveProject(const std::string& path, const Project& project, const std::function<void(SaveStage)>& progress) {
   namespace fs = std::filesystem;
   const fs::path target(path);
-  const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
-  std::string temporary = (folder / ("." + target.filename().string() + ".saving-XXXXXX")).string();
+  const fs::path folder = FolderOf(target);
+  RemoveStaleSaves(target);
+  std::string temporary = (folder / (SavingPrefix(target) + "XXXXXX")).string();
   const int fd = ::mkstemp(temporary.data());
   if (fd < 0) throw ProjectFileError(SystemError("The project could not be saved to \"" + path + "\""));
+  // Held until the save ends (or its process does): it tells the saves and
+  // opens that clear stale temporaries that this one is being written.
+  ::flock(fd, LOCK_EX | LOCK_NB);
+  struct LockHolder {
+    int fd;
+    ~LockHolder() { ::close(fd); }
+  } const lock{fd};
   // The new file takes the old one's permissions, or the usual ones for a new file.
   struct stat old_status {};
   if (::stat(path.c_str(), &old_status) == 0) {
@@ -869,7 +996,6 @@ void SaveProject(const std::string& path, const Project& project, const std::fun
     ::umask(mask);
     ::fchmod(fd, 0666 & ~mask);
   }
-  ::close(fd);
   const auto fail = [&](const std::string& reason) {
     std::error_code ignored;
     fs::remove(temporary, ignored);
@@ -895,15 +1021,24 @@ void SaveProject(const std::string& path, const Project& project, const std::fun
 }
 
 Project LoadProject(const std::string& path) {
+  RemoveStaleSaves(path);
   CheckHeader(path);
+  auto deadline = std::chrono::steady_clock::now() + kOpenBudget;
   try {
     SqliteDb db(path, SQLITE_OPEN_READONLY);
+    HardenForReading(db, &deadline);
+    {
+      SqliteStatement version(db, "PRAGMA user_version");
+      CheckSchema(path, db, version.Step() && version.Int(0) >= kFirstVersionWithRuns);
+    }
     {
       SqliteStatement check(db, "PRAGMA quick_check(1)");
       if (!check.Step() || check.Text(0) != "ok") Damaged(path, std::string(check.Text(0)));
     }
     return ProjectReader(path, db).Read();
   } catch (const SqliteError& error) {
+    if (std::chrono::steady_clock::now() > deadline)
+      Damaged(path, "reading it took longer than " + std::to_string(kOpenBudget.count()) + " seconds");
     Damaged(path, error.what());
   }
 }

@@ -79,7 +79,9 @@ enum class SaveStage { TemporaryCreated, SheetsWritten, ResultsWritten, Committe
 // temporary name in the same folder, flushed to the disk, and renamed over
 // `path` only when complete, and the folder is flushed after the rename. A
 // process that dies at any moment leaves either the previous file or the new
-// one, never a mixture. Throws ProjectFileError when the file cannot be
+// one, never a mixture. A save or open of `path` first removes the
+// temporaries of saves of the same file that were killed before their
+// rename. Throws ProjectFileError when the file cannot be
 // written; the previous file is then untouched and the temporary removed.
 void SaveProject(const std::string& path, const Project& project,
                  const std::function<void(SaveStage)>& progress = {});

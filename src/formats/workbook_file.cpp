@@ -30,6 +30,19 @@ namespace orvik::formats {
 
 namespace {
 
+constexpr std::uint64_t kMaxInflationRatio = 250;
+constexpr std::uint64_t kMaxPartBytes = 2ULL << 30;
+// Excel's own limits on a cell's text and on the number of shared strings
+// a reader keeps.
+constexpr std::size_t kMaxCellCharacters = 32767;
+constexpr std::size_t kMaxSharedStrings = std::size_t{1} << 24;
+
+// The characters of UTF-8 text: its bytes that start one.
+std::size_t CharacterCount(std::string_view text) {
+  return static_cast<std::size_t>(
+      std::count_if(text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
+}
+
 [[noreturn]] void NotAWorkbook(const std::string& path, const std::string& detail) {
   throw WorkbookError("\"" + path + "\" cannot be read as an Excel workbook (" + detail + ").");
 }
@@ -65,16 +78,31 @@ class ZipArchive {
 
   bool Has(const std::string& name) const { return zip_name_locate(archive_, name.c_str(), 0) >= 0; }
 
-  // Feeds the part `name` to `sink` in blocks as it is inflated.
+  // Feeds the part `name` to `sink` in blocks as it is inflated. A part
+  // that inflates beyond kMaxInflationRatio times its compressed size, or
+  // beyond kMaxPartBytes, is refused: real sheets stay far below both,
+  // while a crafted part of repeated bytes would keep the reader busy for
+  // gigabytes.
   template <typename Sink>
   void Stream(const std::string& name, Sink&& sink) const {
+    zip_stat_t stat;
+    zip_stat_init(&stat);
+    if (zip_stat(archive_, name.c_str(), 0, &stat) != 0) NotAWorkbook(path_, "the part " + name + " is missing");
+    const std::uint64_t compressed = (stat.valid & ZIP_STAT_COMP_SIZE) ? stat.comp_size : 0;
+    const std::uint64_t allowed = std::min<std::uint64_t>(kMaxPartBytes, std::max<std::uint64_t>(compressed, 4096) * kMaxInflationRatio);
     zip_file_t* file = zip_fopen(archive_, name.c_str(), 0);
     if (!file) NotAWorkbook(path_, "the part " + name + " is missing");
     std::unique_ptr<zip_file_t, int (*)(zip_file_t*)> owner(file, zip_fclose);
     std::vector<char> block(1 << 16);
+    std::uint64_t inflated = 0;
     for (;;) {
       const zip_int64_t got = zip_fread(file, block.data(), block.size());
       if (got < 0) NotAWorkbook(path_, "the part " + name + " is damaged: " + zip_file_strerror(file));
+      inflated += static_cast<std::uint64_t>(got);
+      if (inflated > allowed)
+        NotAWorkbook(path_, "the part " + name + " inflates to more than " +
+                                (allowed == kMaxPartBytes ? std::string("2 GiB")
+                                                          : std::to_string(kMaxInflationRatio) + " times its packed size"));
       sink(block.data(), static_cast<std::size_t>(got), got == 0);
       if (got == 0) break;
     }
@@ -264,20 +292,30 @@ class SharedStringsReader : public XmlStream {
 
  private:
   void Start(std::string_view name, const Attributes&) override {
-    if (name == "si") current_.clear();
+    if (name == "si") {
+      current_.clear();
+      characters_ = 0;
+    }
     else if (name == "t" && phonetic_ == 0) in_text_ = true;
     else if (name == "rPh") ++phonetic_;
   }
   void End(std::string_view name) override {
     if (name == "t") in_text_ = false;
     else if (name == "rPh") --phonetic_;
-    else if (name == "si") strings.push_back(DecodeEscapes(std::move(current_)));
+    else if (name == "si") {
+      if (strings.size() == kMaxSharedStrings) return Fail("the workbook has more than 16,777,216 shared strings");
+      strings.push_back(DecodeEscapes(std::move(current_)));
+    }
   }
   void Text(std::string_view text) override {
-    if (in_text_) current_.append(text);
+    if (!in_text_) return;
+    characters_ += CharacterCount(text);
+    if (characters_ > kMaxCellCharacters) return Fail("a cell is longer than 32,767 characters");
+    current_.append(text);
   }
 
   std::string current_;
+  std::size_t characters_ = 0;
   bool in_text_ = false;
   int phonetic_ = 0;
 };
@@ -354,6 +392,7 @@ class SheetReader : public XmlStream {
     } else if (name == "c") {
       in_cell_ = true;
       value_.clear();
+      characters_ = 0;
       type_ = Attribute(attributes, "t");
       format_ = 0;
       const std::string_view style = Attribute(attributes, "s");
@@ -382,12 +421,16 @@ class SheetReader : public XmlStream {
   }
 
   void Text(std::string_view text) override {
-    if (in_value_) value_.append(text);
+    if (!in_value_) return;
+    characters_ += CharacterCount(text);
+    if (characters_ > kMaxCellCharacters) return Fail("a cell is longer than 32,767 characters");
+    value_.append(text);
   }
 
   void Store() {
-    if (row_ < 1 || row_ > kWorkbookMaxRows || col_ < 1 || col_ > kWorkbookMaxCols)
-      return Fail("cell outside the sheet at row " + std::to_string(row_));
+    if (col_ > kWorkbookMaxCols) return Fail("the sheet has more than 16,384 columns");
+    if (row_ > kWorkbookMaxRows) return Fail("the sheet has more than 1,048,576 rows");
+    if (row_ < 1 || col_ < 1) return Fail("cell outside the sheet at row " + std::to_string(row_));
     std::string text;
     if (type_ == "s") {
       std::size_t index = 0;
@@ -447,6 +490,7 @@ class SheetReader : public XmlStream {
   std::string type_;
   std::size_t format_ = 0;
   std::string value_;
+  std::size_t characters_ = 0;
 };
 
 struct XlsxParts {
@@ -709,6 +753,17 @@ namespace {
 class XlsFile {
  public:
   explicit XlsFile(const std::string& path) : path_(path) {
+    // Every Excel 97-2003 workbook is a compound document. libfreexl also
+    // takes other bytes as a bare stream and trusts their sizes (32 bytes
+    // can make it claim hundreds of megabytes), so those are refused first.
+    static const unsigned char kCompoundSignature[8] = {0xD0, 0xCF, 0x11, 0xE0, 0xA1, 0xB1, 0x1A, 0xE1};
+    unsigned char signature[8] = {};
+    if (FILE* file = std::fopen(path.c_str(), "rb")) {
+      const std::size_t got = std::fread(signature, 1, sizeof signature, file);
+      std::fclose(file);
+      if (got != sizeof signature || std::memcmp(signature, kCompoundSignature, sizeof signature) != 0)
+        throw WorkbookError("\"" + path + "\" cannot be read as an Excel 97-2003 workbook (.xls): it is not one.");
+    }
     const int code = freexl_open(path.c_str(), &handle_);
     if (code != FREEXL_OK) {
       freexl_close(handle_);
@@ -808,10 +863,10 @@ std::vector<std::string> DataFileSheetNames(const std::string& path) {
   return {std::filesystem::path(path).stem().string()};
 }
 
-void ReadFirstSheet(const std::string& path, worksheet::Worksheet& sheet) {
+std::vector<std::string> ReadFirstSheet(const std::string& path, worksheet::Worksheet& sheet) {
   switch (DataFileKindOf(path)) {
-    case DataFileKind::Xlsx: ReadXlsxSheet(path, 0, false, sheet); return;
-    case DataFileKind::Xls: ReadXlsSheet(path, 0, false, sheet); return;
+    case DataFileKind::Xlsx: ReadXlsxSheet(path, 0, false, sheet); return {};
+    case DataFileKind::Xls: ReadXlsSheet(path, 0, false, sheet); return {};
     case DataFileKind::Project: {
       Project project = LoadProject(path);
       for (const auto& document : project.order) {
@@ -824,12 +879,13 @@ void ReadFirstSheet(const std::string& path, worksheet::Worksheet& sheet) {
         sheet.Selection = {};
         sheet.ActiveRow = 1;
         sheet.ActiveCol = 1;
-        return;
+        return {};
       }
       throw WorkbookError("The project \"" + path + "\" holds no worksheet.");
     }
-    case DataFileKind::Delimited: ReadDelimitedFile(path, sheet); return;
+    case DataFileKind::Delimited: return ReadDelimitedFile(path, sheet);
   }
+  return {};
 }
 
 }  // namespace orvik::formats

@@ -56,6 +56,8 @@ std::vector<std::string> DataFileSheetNames(const std::string& path);
 // with its separator by extension and no header row, the first sheet of a
 // workbook, or the first worksheet of a project with its header names.
 // Throws std::runtime_error (or a subclass) with a message naming the file.
-void ReadFirstSheet(const std::string& path, worksheet::Worksheet& sheet);
+// Returns the reader's information notices for the user (delimited text:
+// ReadDelimitedText).
+std::vector<std::string> ReadFirstSheet(const std::string& path, worksheet::Worksheet& sheet);
 
 }  // namespace orvik::formats

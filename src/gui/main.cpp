@@ -78,7 +78,10 @@ int main(int argc, char** argv) {
     }
   }
   if (last && !select.isEmpty()) {
-    if (const auto range = orvik::cli::ParseCellRange(select.toStdString())) {
+    const auto range = orvik::cli::ParseCellRange(select.toStdString());
+    if (range && !orvik::worksheet::WithinGrid(*range)) {
+      qWarning("orvik: the range lies beyond the grid: %s", qPrintable(select));
+    } else if (range) {
       const auto& s = *range;
       const long rows = last->Sheet().MaxRows();
       const long cols = last->Sheet().MaxCols();

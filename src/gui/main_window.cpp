@@ -422,8 +422,9 @@ WorksheetWindow* MainWindow::NewWorksheet() {
 
 WorksheetWindow* MainWindow::OpenDataFile(const QString& path) {
   auto sheet = std::make_unique<worksheet::Worksheet>();
+  std::vector<std::string> notices;
   try {
-    formats::ReadDelimitedFile(path.toStdString(), *sheet);
+    notices = formats::ReadDelimitedFile(path.toStdString(), *sheet);
   } catch (const std::exception& error) {
     host_.ShowMessage({"Information", error.what(), shell::MessageIcon::Exclamation, shell::MessageButtons::Ok});
     return nullptr;
@@ -434,6 +435,7 @@ WorksheetWindow* MainWindow::OpenDataFile(const QString& path) {
   window->setToolTip(QFileInfo(path).absoluteFilePath());
   AddChild(window);
   SetDocumentMenusEnabled(true);
+  for (auto& notice : notices) host_.Notify(std::move(notice));
   return window;
 }
 

@@ -372,6 +372,7 @@ void ProjectActions::ImportCommand() {
 WorksheetWindow* ProjectActions::Import(const QString& path, const ImportChoice& choice) {
   auto sheet = std::make_unique<worksheet::Worksheet>();
   const std::string file = ToStd(path);
+  std::vector<std::string> notices;
   try {
     switch (formats::DataFileKindOf(file)) {
       case formats::DataFileKind::Xlsx: formats::ReadXlsxSheet(file, choice.sheetIndex, choice.headerRow, *sheet); break;
@@ -383,7 +384,7 @@ WorksheetWindow* ProjectActions::Import(const QString& path, const ImportChoice&
         break;
       }
       case formats::DataFileKind::Delimited:
-        formats::ReadDelimitedFile(file, {choice.separator, choice.headerRow}, *sheet);
+        notices = formats::ReadDelimitedFile(file, {choice.separator, choice.headerRow}, *sheet);
         break;
     }
   } catch (const std::exception& error) {
@@ -395,6 +396,7 @@ WorksheetWindow* ProjectActions::Import(const QString& path, const ImportChoice&
   window->setToolTip(QFileInfo(path).absoluteFilePath());
   window_.AddChild(window);
   window_.SetDocumentMenusEnabled(true);
+  for (auto& notice : notices) window_.Host().Notify(std::move(notice));
   return window;
 }
 

@@ -2,6 +2,8 @@
 
 #include <cstdlib>
 
+#include "shell/command_failed.h"
+
 namespace orvik::shell {
 
 using worksheet::CellPolicy;
@@ -42,6 +44,17 @@ std::optional<worksheet::RunningFigures> ReadCheckedSelection(Host& host) {
     return std::nullopt;
   }
   return figures;
+}
+
+void ShowResultOrFail(Host& host, ResultWindow window, const std::string& failure_text,
+                      const std::string& cancel_line) {
+  try {
+    host.ShowResultWindow(std::move(window));
+  } catch (const NonFiniteResult&) {
+    host.Refuse(failure_text);
+    if (!cancel_line.empty()) host.Log().AppendSessionLine(cancel_line);
+    throw CommandFailed(cancel_line);
+  }
 }
 
 namespace {

@@ -40,4 +40,13 @@ bool RequireColumnSpan(Host& host, long columns, const std::string& refusal_text
 bool RequireAtMostColumns(Host& host, long columns,
                           const std::string& refusal_text = worksheet::messages::kExceedColumns);
 
+// Shows the result window of an analysis. A window holding a number that is
+// not finite (a value overflowed where the analysis could not compute
+// around it) is not shown: the analysis's run-time failure path runs
+// instead, `failure_text` as a "Confirmation Data" box, `cancel_line` in
+// the session log (none when empty), and the command ends by throwing
+// CommandFailed.
+void ShowResultOrFail(Host& host, ResultWindow window, const std::string& failure_text,
+                      const std::string& cancel_line);
+
 }  // namespace orvik::shell

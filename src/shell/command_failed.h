@@ -13,4 +13,13 @@ class CommandFailed : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+// Thrown by Host::ShowResultWindow instead of showing a window that holds a
+// number that is not finite: a value overflowed where the analysis could
+// not compute around it. Nothing has been told yet; the analysis catches it
+// and takes its run-time failure path (its message box and cancel line).
+class NonFiniteResult : public std::overflow_error {
+ public:
+  NonFiniteResult() : std::overflow_error("a result is not a finite number") {}
+};
+
 }  // namespace orvik::shell

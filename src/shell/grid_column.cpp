@@ -1,5 +1,8 @@
 #include "shell/grid_column.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include "stats/decimal_numbers.h"
 
 namespace orvik::shell {
@@ -66,6 +69,35 @@ void GridColumn::AppendCell(std::size_t row, std::string& out) const {
   }
   std::string unused;
   out += CellView(row, unused);
+}
+
+bool ShowsNonFiniteText(std::string_view text) {
+  const auto is_letter = [](char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); };
+  for (const std::string_view word : {std::string_view("Infinity"), std::string_view("NaN")}) {
+    for (std::size_t at = text.find(word); at != std::string_view::npos; at = text.find(word, at + 1)) {
+      const std::size_t end = at + word.size();
+      if ((at == 0 || !is_letter(text[at - 1])) && (end == text.size() || !is_letter(text[end]))) return true;
+    }
+  }
+  return false;
+}
+
+bool GridColumn::ShowsNonFiniteNumber() const {
+  switch (cells_.index()) {
+    case 0:
+      return std::any_of(std::get<TextCells>(cells_).texts.begin(), std::get<TextCells>(cells_).texts.end(),
+                         [](const std::string& text) { return ShowsNonFiniteText(text); });
+    case 1: {
+      const auto& values = std::get<NumberCells>(cells_).values.Values();
+      return !std::all_of(values.begin(), values.end(), [](double x) { return std::isfinite(x); });
+    }
+    case 2: return ShowsNonFiniteText(std::get<RepeatedCell>(cells_).text);
+    default: {
+      const auto& codes = std::get<CodeCells>(cells_);
+      return std::any_of(codes.distinct.begin(), codes.distinct.end(),
+                         [](const std::string& text) { return ShowsNonFiniteText(text); });
+    }
+  }
 }
 
 }  // namespace orvik::shell

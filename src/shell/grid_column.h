@@ -30,6 +30,9 @@ struct NumberDisplay {
 // down the column (a control limit); or short codes drawn from a small set
 // (out-of-control codes). Rows above `firstRow` are empty, so a column can
 // start lower than its neighbours (a moving range starts at sample 2).
+// Whether `text` holds "Infinity", "-Infinity" or "NaN" as a word of its own.
+bool ShowsNonFiniteText(std::string_view text);
+
 class GridColumn {
  public:
   static GridColumn Texts(std::vector<std::string> texts);
@@ -51,6 +54,10 @@ class GridColumn {
   // Whether cells are made from numbers: their texts are digits, signs,
   // points and exponents only, never a character a writer must escape.
   bool HoldsNumbers() const { return cells_.index() == 1; }
+  // Whether a cell shows a number that is not finite: a stored number, or a
+  // text that reads "Infinity", "-Infinity" or "NaN" as a word of its own
+  // (the texts the number formatting gives for such values).
+  bool ShowsNonFiniteNumber() const;
 
  private:
   struct TextCells {

@@ -1,5 +1,7 @@
 #include "shell/host.h"
 
+#include "shell/command_failed.h"
+
 namespace orvik::shell {
 
 DialogOutcome Host::RunDialog(DialogModel& dialog) {
@@ -25,6 +27,7 @@ DialogOutcome Host::RunDialog(DialogModel& dialog) {
 }
 
 void Host::ShowResultWindow(ResultWindow window) {
+  if (window.ShowsNonFiniteNumber()) throw NonFiniteResult();
   if (recording_) window.run = std::make_shared<const CommandRun>(*recording_);
   OpenResultWindow(std::move(window));
 }

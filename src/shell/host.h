@@ -34,6 +34,8 @@ class Host {
   DialogOutcome RunDialog(DialogModel& dialog);
   // Opens a result window holding `window`, with the record of the run
   // that made it when a run is under way.
+  // Throws NonFiniteResult, showing nothing, when the window holds a number
+  // that is not finite.
   void ShowResultWindow(ResultWindow window);
   // The worksheet the command reads: the active document window's (null
   // when none is open), or the recorded copy while a run is replayed.

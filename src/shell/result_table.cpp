@@ -85,6 +85,17 @@ const RowStyle& ResultTable::StyleOfRow(std::size_t row) const {
   return at != styles_.end() && at->first == row ? at->second : kPlain;
 }
 
+bool ResultTable::ShowsNonFiniteNumber() const {
+  for (const Block& block : blocks_) {
+    for (const auto& cells : block.textRows)
+      if (std::any_of(cells.begin(), cells.end(), [](const std::string& text) { return ShowsNonFiniteText(text); }))
+        return true;
+    for (const GridColumn& column : block.columns)
+      if (column.ShowsNonFiniteNumber()) return true;
+  }
+  return false;
+}
+
 bool ResultTable::HasHeading() const {
   return std::any_of(columns.begin(), columns.end(), [](const std::string& caption) { return !caption.empty(); });
 }

@@ -66,6 +66,9 @@ class ResultTable {
   // The rows drawn in a style of their own, in row order.
   const std::vector<std::pair<std::size_t, RowStyle>>& StyledRows() const { return styles_; }
   bool HasHeading() const;
+  // Whether a cell shows a number that is not finite. Headings are captions
+  // (a user's column name may read anything) and are not looked at.
+  bool ShowsNonFiniteNumber() const;
 
   // Visits every row in order without looking rows up: row_start(width),
   // then cell(text, number) for each of its cells, then row_end(). `text`

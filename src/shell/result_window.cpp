@@ -1,5 +1,7 @@
 #include "shell/result_window.h"
 
+#include <algorithm>
+#include <cmath>
 #include <stdexcept>
 
 namespace orvik::shell {
@@ -16,6 +18,24 @@ ChartSeries& ResultWindow::Chart(const std::string& name) {
   for (auto& chart : charts)
     if (chart.name == name) return chart;
   throw std::out_of_range("result window has no chart " + name);
+}
+
+bool ResultWindow::ShowsNonFiniteNumber() const {
+  const auto finite = [](const NumberSeries& numbers) {
+    const auto& values = numbers.Values();
+    return std::all_of(values.begin(), values.end(), [](double x) { return std::isfinite(x); });
+  };
+  for (const ChartSeries& chart : charts) {
+    for (const PlotSeries& series : chart.series)
+      if (!finite(series.x) || !finite(series.y)) return true;
+    for (const ChartLine& line : chart.lines)
+      if (!std::isfinite(line.value) || ShowsNonFiniteText(line.label)) return true;
+    for (const ChartLabel& label : chart.labels)
+      if (ShowsNonFiniteText(label.text) || (label.x && !std::isfinite(*label.x)) ||
+          (label.y && !std::isfinite(*label.y)))
+        return true;
+  }
+  return table && table->ShowsNonFiniteNumber();
 }
 
 ResultWindow MakeControlForm(std::string title, bool two_charts) {

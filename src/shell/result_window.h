@@ -33,6 +33,10 @@ struct ResultWindow {
   std::shared_ptr<const CommandRun> run;
 
   ChartSeries& Chart(const std::string& name);
+  // Whether the grid, a plotted value, a line or a label holds a number that
+  // is not finite. No analysis shows such a window: it takes its run-time
+  // failure path instead.
+  bool ShowsNonFiniteNumber() const;
 };
 
 // A control chart window with its two charts "ChartOne" and "ChartTwo"

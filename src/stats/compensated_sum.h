@@ -54,4 +54,49 @@ inline double CompensatedTotal(std::span<const double> values) {
   return sum.Value();
 }
 
+// The mean of `values` (NaN for none). It is the compensated sum divided by
+// the count; when that sum overflows although every value is finite, the
+// values are summed scaled down by a power of two (exact, so the digits are
+// those of the unscaled sum) and the mean scaled back: the mean of values
+// near the largest double is itself representable.
+inline double CompensatedMean(std::span<const double> values) {
+  const double n = static_cast<double>(values.size());
+  const double total = CompensatedTotal(values);
+  if (std::isfinite(total)) return total / n;
+  double largest = 0.0;
+  for (const double x : values) {
+    if (!std::isfinite(x)) return total / n;
+    largest = std::fmax(largest, std::fabs(x));
+  }
+  const int power = std::ilogb(largest);
+  CompensatedSum scaled;
+  for (const double x : values) scaled.Add(std::ldexp(x, -power));
+  return std::ldexp(scaled.Value() / n, power);
+}
+
+// The standard deviation of `values` about `mean` with `n - 1` in the
+// denominator, sqrt(sum (x - mean)^2 / (n - 1)). When the squares overflow
+// although the deviations are finite, the deviations are scaled down by a
+// power of two before squaring and the root scaled back, so a deviation
+// that is representable is returned as such.
+inline double CompensatedStandardDeviation(std::span<const double> values, double mean) {
+  const double denominator = static_cast<double>(values.size()) - 1.0;
+  CompensatedSum squares;
+  double largest = 0.0;
+  for (const double x : values) {
+    const double d = x - mean;
+    squares.Add(d * d);
+    largest = std::fmax(largest, std::fabs(d));
+  }
+  const double plain = std::sqrt(squares.Value() / denominator);
+  if (std::isfinite(plain) || !std::isfinite(largest)) return plain;
+  const int power = std::ilogb(largest);
+  CompensatedSum scaled;
+  for (const double x : values) {
+    const double d = std::ldexp(x - mean, -power);
+    scaled.Add(d * d);
+  }
+  return std::ldexp(std::sqrt(scaled.Value() / denominator), power);
+}
+
 }  // namespace orvik::stats

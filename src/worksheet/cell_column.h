@@ -11,7 +11,9 @@ namespace orvik::worksheet {
 // offset and a length into one character pool, so a million short numeric
 // texts cost about 8 bytes each plus their characters (a std::string per cell
 // would cost 32). Overwritten texts leave garbage in the pool, which is
-// compacted once it outweighs the live text.
+// compacted once it outweighs the live text. A column whose few cells lie
+// far down (a cell at row 1,000,000 and little above it) keeps (row, text)
+// pairs instead, so empty rows cost nothing whatever a file asks for.
 class CellColumn {
  public:
   // The text of the cell in `row` (1-based); empty beyond the stored rows.
@@ -35,10 +37,22 @@ class CellColumn {
     std::uint32_t length = 0;
   };
 
+  struct Placed {
+    long row;
+    Span span;
+  };
+
+  const Span* Find(long row) const;
+  // The span of `row`, made (empty) when `create` and missing; null otherwise.
+  Span* Slot(long row, bool create);
+  void ToSparse();
+  void ToDense();
   void Compact();
   void RecountFilled();
 
-  std::vector<Span> spans_;
+  std::vector<Span> spans_;            // one per row up to the last filled one
+  std::vector<Placed> sparse_;         // or, in sparse mode, the filled rows in order
+  bool sparse_mode_ = false;
   std::string pool_;
   std::size_t garbage_ = 0;
   long filled_cells_ = 0;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <limits>
 
 #include "worksheet/cell_number.h"
 
@@ -49,21 +50,53 @@ long WalkLength(long first, long last, int step) {
   return span < 0 ? 0L : span + 1;
 }
 
+WalkSpan WithinExtent(long first, long last, int step, long extent) {
+  if (WalkLength(first, last, step) == 0) return {first, first, step, 0};
+  const long low = std::max(std::min(first, last), 1L);
+  const long high = std::min(std::max(first, last), extent);
+  if (low > high) return {first, first, step, 0};
+  return step > 0 ? WalkSpan{low, high, step, high - low + 1} : WalkSpan{high, low, step, high - low + 1};
+}
+
+// The rows of `rows` that column `col` can hold data in: the walk cut at the
+// column's last filled row.
+WalkSpan RowsOfColumn(const Worksheet& sheet, const WalkSpan& rows, long col) {
+  if (rows.length == 0) return rows;
+  return WithinExtent(rows.first, rows.last, rows.step, sheet.LastFilledRow(col));
+}
+
 }  // namespace
 
 long ColumnsToWalk(const DataSelection& s) { return WalkLength(s.firstColumn, s.lastColumn, s.columnStep); }
 long RowsToWalk(const DataSelection& s) { return WalkLength(s.firstRow, s.lastRow, s.rowStep); }
 
+WalkSpan ColumnsWithData(const Worksheet& sheet, const DataSelection& s) {
+  return WithinExtent(s.firstColumn, s.lastColumn, s.columnStep, sheet.DataColCnt());
+}
+
+WalkSpan RowsWithData(const Worksheet& sheet, const DataSelection& s) {
+  return WithinExtent(s.firstRow, s.lastRow, s.rowStep, sheet.DataRowCnt());
+}
+
+long CellsToWalk(const DataSelection& selection) {
+  long cells = 0;
+  if (__builtin_mul_overflow(ColumnsToWalk(selection), RowsToWalk(selection), &cells))
+    return std::numeric_limits<long>::max();
+  return cells;
+}
+
 RunningFigures CollectNumericCells(const Worksheet& sheet, DataSelection& selection, CellPolicy policy) {
   RunningFigures figures;
   selection.values.clear();
-  const long columns = ColumnsToWalk(selection);
-  const long rows = RowsToWalk(selection);
-  selection.values.reserve(static_cast<std::size_t>(std::min(columns * rows, 1L << 24)));
-
-  for (long c = 0, col = selection.firstColumn; c < columns; ++c, col += selection.columnStep) {
-    for (long r = 0, row = selection.firstRow; r < rows; ++r, row += selection.rowStep) {
-      std::optional<double> number = ParseCellNumber(sheet.Text(row, col));
+  const WalkSpan columns = ColumnsWithData(sheet, selection);
+  const WalkSpan rows = RowsWithData(sheet, selection);
+  long walked = 0;
+  for (long c = 0; c < columns.length; ++c) {
+    const long col = columns.At(c);
+    const WalkSpan filled = RowsOfColumn(sheet, rows, col);
+    walked += filled.length;
+    for (long r = 0; r < filled.length; ++r) {
+      std::optional<double> number = ParseCellNumber(sheet.Text(filled.At(r), col));
       if (!number) {
         ++figures.improperCells;
         if (policy != CellPolicy::CountAsZero) continue;
@@ -82,17 +115,34 @@ RunningFigures CollectNumericCells(const Worksheet& sheet, DataSelection& select
       selection.values.push_back(x);
     }
   }
+  // The cells the walk passed over are empty, hence improper.
+  figures.improperCells += CellsToWalk(selection) - walked;
   selection.count = figures.count;
   return figures;
 }
 
 std::vector<double> NumericCellsRowByRow(const Worksheet& sheet, const DataSelection& selection) {
+  // Read column by column, which visits only the filled rows of each
+  // column, then put the numbers in row order; the stable sort keeps the
+  // column order within a row.
+  struct Placed {
+    long rowIndex;
+    double value;
+  };
+  std::vector<Placed> placed;
+  const WalkSpan columns = ColumnsWithData(sheet, selection);
+  const WalkSpan rows = RowsWithData(sheet, selection);
+  for (long c = 0; c < columns.length; ++c) {
+    const long col = columns.At(c);
+    const WalkSpan filled = RowsOfColumn(sheet, rows, col);
+    const long offset = (filled.first - rows.first) * rows.step;
+    for (long r = 0; r < filled.length; ++r)
+      if (const auto number = ParseCellNumber(sheet.Text(filled.At(r), col))) placed.push_back({offset + r, *number});
+  }
+  std::stable_sort(placed.begin(), placed.end(), [](const Placed& a, const Placed& b) { return a.rowIndex < b.rowIndex; });
   std::vector<double> values;
-  const long rows = RowsToWalk(selection);
-  const long columns = ColumnsToWalk(selection);
-  for (long r = 0, row = selection.firstRow; r < rows; ++r, row += selection.rowStep)
-    for (long c = 0, col = selection.firstColumn; c < columns; ++c, col += selection.columnStep)
-      if (const auto number = ParseCellNumber(sheet.Text(row, col))) values.push_back(*number);
+  values.reserve(placed.size());
+  for (const Placed& p : placed) values.push_back(p.value);
   return values;
 }
 

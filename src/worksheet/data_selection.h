@@ -72,6 +72,13 @@ std::optional<std::string> ResolveBlock(const Worksheet* sheet, DataSelection& o
 // fills `selection.values` and `selection.count` with the accepted numbers.
 // Under CellPolicy::CountAsZero an improper cell is read as 0 (and counted
 // in improperCells); under every other policy it is left out.
+// Only the part of the block inside the data extent is walked, and in each
+// column only down to its last filled row: the cells past them are empty,
+// so they add nothing but their count to improperCells. The time and memory
+// of a walk therefore follow the data, whatever block was requested. Under
+// CountAsZero the empty cells past the data extent are counted but give no
+// zeros: a block reaching far beyond the data would otherwise be read as
+// millions of zeros.
 RunningFigures CollectNumericCells(const Worksheet& sheet, DataSelection& selection,
                                    CellPolicy policy = CellPolicy::Skip);
 
@@ -80,6 +87,23 @@ RunningFigures CollectNumericCells(const Worksheet& sheet, DataSelection& select
 // data).
 long ColumnsToWalk(const DataSelection& selection);
 long RowsToWalk(const DataSelection& selection);
+
+// One direction of a block's walk cut to the part that lies within 1..extent
+// (the data extent), kept in the walk's order: `first` to `last` by `step`,
+// `length` positions; length 0 when no position lies within.
+struct WalkSpan {
+  long first = 0;
+  long last = 0;
+  int step = 1;
+  long length = 0;
+  long At(long index) const { return first + index * step; }
+};
+WalkSpan ColumnsWithData(const Worksheet& sheet, const DataSelection& selection);
+WalkSpan RowsWithData(const Worksheet& sheet, const DataSelection& selection);
+
+// The cells the block covers, ColumnsToWalk x RowsToWalk, saturated at the
+// largest long for a block no grid can hold.
+long CellsToWalk(const DataSelection& selection);
 
 // The numeric cells of the block taken row by row: along each row with the
 // column step, rows with the row step. Analyses whose data run in time

@@ -40,6 +40,7 @@ void DelimitedParser::Feed(std::string_view data) {
       if (!quote_pending_) {
         if (c == '"') quote_pending_ = true;
         else field_.push_back(c);
+        if (c == '\n') ++line_;
         continue;
       }
       quote_pending_ = false;
@@ -53,17 +54,20 @@ void DelimitedParser::Feed(std::string_view data) {
       // CR LF ends a row; a lone CR ends one as well.
       cr_pending_ = false;
       EndRow();
+      ++line_;
       if (c == '\n') continue;
     }
     if (c == separator_) {
       EndField();
     } else if (c == '\n') {
       EndRow();
+      ++line_;
     } else if (c == '\r') {
       cr_pending_ = true;
     } else if (c == '"' && field_.empty() && !field_was_quoted_) {
       in_quotes_ = true;
       field_was_quoted_ = true;
+      quote_line_ = line_;
     } else {
       // Copy the rest of an unquoted field in one go.
       std::size_t j = i + 1;
@@ -75,6 +79,8 @@ void DelimitedParser::Feed(std::string_view data) {
 }
 
 void DelimitedParser::Finish() {
+  // A quote still open at the end took the rest of the text into its field.
+  if (in_quotes_ && !quote_pending_) unclosed_quote_line_ = quote_line_;
   if (cr_pending_ || !field_.empty() || column_ > 0 || field_was_quoted_) EndRow();
   cr_pending_ = false;
 }

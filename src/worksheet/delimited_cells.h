@@ -35,6 +35,10 @@ class DelimitedParser {
   void Feed(std::string_view data);
   // Ends the text: a last row without a line break is reported now.
   void Finish();
+  // After Finish: the line (counted from 1, each LF, CR LF or lone CR
+  // ending one) on which a quote began that was never closed, so that its
+  // field took the rest of the text; 0 when every quote was closed.
+  long UnclosedQuoteLine() const { return unclosed_quote_line_; }
 
  private:
   void EndField();
@@ -49,6 +53,9 @@ class DelimitedParser {
   bool quote_pending_ = false;
   bool field_was_quoted_ = false;
   bool cr_pending_ = false;
+  long line_ = 1;
+  long quote_line_ = 0;
+  long unclosed_quote_line_ = 0;
 };
 
 // The rows of a delimited text, each with all its fields (rows may differ

@@ -135,6 +135,12 @@ void Worksheet::RecomputeExtent() {
   for (const auto& column : columns_) data_row_cnt_ = std::max(data_row_cnt_, column.LastFilledRow());
 }
 
+bool WithinGrid(const GridSelection& selection) {
+  const auto fits = [](long index, long limit) { return index == -1 || (index >= 1 && index <= limit); };
+  return fits(selection.SelBlockCol, kGridMaxCols) && fits(selection.SelBlockCol2, kGridMaxCols) &&
+         fits(selection.SelBlockRow, kGridMaxRows) && fits(selection.SelBlockRow2, kGridMaxRows);
+}
+
 std::string ColumnLetters(long col) {
   std::string letters;
   for (; col > 0; col = (col - 1) / 26) letters.insert(letters.begin(), static_cast<char>('A' + (col - 1) % 26));

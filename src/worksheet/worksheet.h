@@ -23,6 +23,16 @@ struct GridSelection {
   long SelBlockRow2 = 0;
 };
 
+// The grid's limits. No cell, selection or file addresses a column beyond
+// XFD or a row beyond 2^24; the project file and the range notation refuse
+// anything larger, so the arithmetic over a block never leaves a long.
+inline constexpr long kGridMaxCols = 16384;
+inline constexpr long kGridMaxRows = 1L << 24;
+
+// True when every field of `selection` is -1 (whole rows or columns) or a
+// column or row within the grid's limits.
+bool WithinGrid(const GridSelection& selection);
+
 // One worksheet grid (`OrvikSheet` of a worksheet window): text cells
 // addressed by row and column counted from 1. Cells beyond the stored data
 // are empty, so the grid size (MaxRows x MaxCols) costs nothing until cells
@@ -56,6 +66,11 @@ class Worksheet {
   // The last row and the last column that hold any data; 0 on an empty sheet.
   long DataRowCnt() const { return data_row_cnt_; }
   long DataColCnt() const { return static_cast<long>(columns_.size()); }
+  // The last row of column `col` that holds data; 0 for an empty column or
+  // one outside the data. Walks stop there: the cells below are empty.
+  long LastFilledRow(long col) const {
+    return col < 1 || col > DataColCnt() ? 0 : columns_[col - 1].LastFilledRow();
+  }
 
   // The cell's text as shown. Empty outside the data.
   std::string_view Text(long row, long col) const;

@@ -18,6 +18,13 @@ namespace {
 TEST(JsonWriterTest, EscapesControlCharactersQuotesAndBackslashes) {
   EXPECT_EQ(JsonEscape("a\"b\\c\r\n\t\x01"), "a\\\"b\\\\c\\r\\n\\t\\u0001");
   EXPECT_EQ(JsonEscape("μ ± σ"), "μ ± σ");  // UTF-8 passes through
+  EXPECT_EQ(JsonEscape("\xF0\x9F\x98\x80 \xEF\xBF\xBF"), "\xF0\x9F\x98\x80 \xEF\xBF\xBF");
+  // Bytes that are not well-formed UTF-8 (a stray Latin-1 byte, a cut or
+  // overlong sequence, an encoded surrogate) become U+FFFD, one per byte.
+  EXPECT_EQ(JsonEscape("Caf\xE9"), "Caf\\ufffd");
+  EXPECT_EQ(JsonEscape("\xE2\x82"), "\\ufffd\\ufffd");
+  EXPECT_EQ(JsonEscape("\xC0\xAF\"x"), "\\ufffd\\ufffd\\\"x");
+  EXPECT_EQ(JsonEscape("\xED\xA0\x80"), "\\ufffd\\ufffd\\ufffd");
 }
 
 TEST(JsonWriterTest, NumbersCarryTheirFullValue) {

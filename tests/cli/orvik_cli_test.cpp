@@ -11,6 +11,7 @@
 #include <sys/wait.h>
 
 #include "formats/workbook_file.h"
+#include "support/case_table.h"
 
 namespace {
 
@@ -69,6 +70,12 @@ TEST(OrvikCliTest, UsageErrorsExitWithTwoAndSayWhatWasWrong) {
       {"run mnuNoSuchKey --sheet " + sheet, "unknown tool key: mnuNoSuchKey"},
       {"run mnuCut --sheet " + sheet, "mnuCut works on the windows of the application"},
       {"select --sheet " + sheet + " --select A1:??", "bad range: A1:??"},
+      // The grid ends at column XFD and row 2^24.
+      {"select --sheet " + sheet + " --select XFE1:A1", "bad range: XFE1:A1 lies beyond the grid"},
+      {"select --sheet " + sheet + " --select 1:16777217", "bad range: 1:16777217 lies beyond the grid"},
+      {"run mnuBarX-R --sheet " + sheet + " --select 1:1099511627776", "bad range: 1:1099511627776 lies beyond"},
+      {"run mnuHistogram --sheet " + sheet + " --select A:ZZZZZZZZ", "bad range: A:ZZZZZZZZ lies beyond"},
+      {"select --sheet " + sheet + " --select ZZZZZZZZ99999999999:A1", "bad range: ZZZZZZZZ99999999999:A1 lies"},
       {"select --sheet /nonexistent.csv --select A1", "cannot read /nonexistent.csv"},
       {"select --sheet " + sheet + " --format xml", "--format takes json or text"},
       {"calc NoSuchFunction 1", "unknown function: NoSuchFunction"},
@@ -80,6 +87,21 @@ TEST(OrvikCliTest, UsageErrorsExitWithTwoAndSayWhatWasWrong) {
     const Answer answer = RunCli(c.arguments);
     EXPECT_EQ(answer.status, 2) << c.arguments;
     EXPECT_NE(answer.out.find(c.says), std::string::npos) << c.arguments << " said: " << answer.out;
+  }
+}
+
+// Values near the largest double (data/overflow_runs.tsv): a result that is
+// representable is computed around the overflow, one that is not takes the
+// run-time failure path; no run prints a number that is not finite.
+TEST(OrvikCliTest, OverflowGivesARepresentableResultOrTheFailurePath) {
+  for (const auto& row : orvik::testing_support::ReadCases("cli/data/overflow_runs.tsv")) {
+    const std::string sheet = std::string(ORVIK_SOURCE_DIR) + "/tests/cli/data/" + row[2];
+    const Answer answer = RunCli("run " + row[0] + " --sheet " + sheet + " --select " + row[1] + " --format json");
+    EXPECT_EQ(answer.status, 0) << row.Where();
+    EXPECT_NE(answer.out.find("\"outcome\":\"" + row[3] + "\""), std::string::npos) << row.Where() << answer.out;
+    EXPECT_NE(answer.out.find(row[4]), std::string::npos) << row.Where() << " said: " << answer.out;
+    for (const char* word : {"null", "NaN", "Infinity"})
+      EXPECT_EQ(answer.out.find(word), std::string::npos) << row.Where() << " shows " << word;
   }
 }
 

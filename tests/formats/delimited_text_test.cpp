@@ -2,9 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include <sstream>
 #include <string>
 #include <vector>
+
+#include "formats/text_decoder.h"
+#include "support/case_table.h"
 
 namespace orvik::formats {
 namespace {
@@ -23,6 +28,59 @@ std::vector<std::string> Row(const worksheet::Worksheet& sheet, long row) {
 }
 
 using Cells = std::vector<std::string>;
+
+std::string FromHex(const std::string& hex) {
+  std::string bytes;
+  std::istringstream in(hex);
+  for (unsigned byte = 0; in >> std::hex >> byte;) bytes.push_back(static_cast<char>(byte));
+  return bytes;
+}
+
+// The UTF-8 of `bytes` fed to a decoder in pieces of `piece` bytes (0: whole).
+std::pair<std::string, bool> DecodeInPieces(const std::string& bytes, std::size_t piece) {
+  TextDecoder decoder;
+  std::string out;
+  for (std::size_t at = 0; at < bytes.size(); at += piece ? piece : bytes.size())
+    decoder.Decode(std::string_view(bytes).substr(at, piece ? piece : bytes.size()), out);
+  decoder.Finish(out);
+  return {out, decoder.Repaired()};
+}
+
+// Every cell holds UTF-8 whatever the bytes were (data/text_encodings.tsv),
+// and the user is told once when the bytes were not all UTF-8 or a quote
+// was never closed.
+TEST(DelimitedTextTest, DecodesAtTheDoorAndTellsWhatItRepaired) {
+  for (const auto& row : testing_support::ReadCases("formats/data/text_encodings.tsv")) {
+    const Cells expected(row.fields.begin() + 2, row.fields.end());
+    std::vector<std::string> want_notices;
+    if (row[1] == "latin1") want_notices.emplace_back(kNotUtf8Notice);
+    else if (row[1] != "none")
+      want_notices.push_back("The quote that opens on line " + row[1] +
+                             " is never closed: everything after it was read into one cell.");
+    worksheet::Worksheet sheet;
+    std::istringstream in(FromHex(row[0]));
+    EXPECT_EQ(ReadDelimitedText(in, ',', sheet), want_notices) << row.Where();
+    EXPECT_EQ(Row(sheet, 1), expected) << row.Where();
+    // A sequence or a byte-order mark cut between two reads decodes alike.
+    for (const std::size_t piece : {1, 2, 3})
+      EXPECT_EQ(DecodeInPieces(FromHex(row[0]), piece), DecodeInPieces(FromHex(row[0]), 0)) << row.Where();
+  }
+}
+
+// Empty fields cost nothing however many there are; a text past the grid's
+// last column ends the reading with the limit it reached.
+TEST(DelimitedTextTest, ALinePastTheLastColumnIsRefusedAndEmptyFieldsAreFree) {
+  const auto sheet = Read(std::string(1000000, ',') + "\n1," + std::string(100000, ',') + "\n");
+  EXPECT_EQ(sheet.DataColCnt(), 1);
+  EXPECT_EQ(sheet.DataRowCnt(), 2);
+  EXPECT_EQ(Read(std::string(16383, ',') + "x").Text(1, 16384), "x");
+  try {
+    Read(std::string(16384, ',') + "x");
+    ADD_FAILURE() << "a text in column 16,385 was read";
+  } catch (const std::length_error& error) {
+    EXPECT_STREQ(error.what(), "the sheet has more than 16,384 columns");
+  }
+}
 
 TEST(DelimitedTextTest, QuotesAreRemovedAndEverythingElseKeptAsWritten) {
   const auto sheet = Read("\"a,b\",\" 12 \",\"say \"\"hi\"\"\"\n  x , y\n\"line\none\",z");

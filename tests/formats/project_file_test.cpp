@@ -1,12 +1,16 @@
 #include "formats/project_file.h"
 
 #include <gtest/gtest.h>
+
+#include <fcntl.h>
+#include <sys/file.h>
 #include <signal.h>
 #include <sqlite3.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <bit>
+#include <chrono>
 #include <cmath>
 #include <filesystem>
 #include <fstream>
@@ -14,6 +18,7 @@
 #include <memory>
 
 #include "formats/test_files.h"
+#include "support/case_table.h"
 
 namespace orvik::formats {
 namespace {
@@ -281,6 +286,50 @@ TEST(ProjectFileTest, ASaveKilledAtAnyMomentLeavesTheOldFileReadable) {
   // Killed after the rename: the new project, its 200,000 rows whole.
   SaveAndKill(path, new_project, SaveStage::Renamed, 0);
   ExpectSameProject(LoadProject(path), new_project);
+}
+
+// Crafted files (data/hostile_projects.tsv) are refused as damaged before
+// any of their own code can run, and quickly.
+TEST(ProjectFileTest, CraftedSchemasAreRefusedAsDamaged) {
+  TempFolder folder;
+  const std::string good = folder.Path("good.orv");
+  SaveProject(good, AwkwardProject());
+  int n = 0;
+  for (const auto& row : testing_support::ReadCases("formats/data/hostile_projects.tsv")) {
+    const std::string path = folder.Path("crafted" + std::to_string(++n) + ".orv");
+    fs::copy_file(good, path);
+    ExecSql(path, row[0]);
+    const auto start = std::chrono::steady_clock::now();
+    ExpectRefused(path, "is damaged and cannot be opened (" + row[1]);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5)) << row.Where();
+  }
+}
+
+// A save killed before its rename leaves its temporary; the next open or
+// save of the same project removes it. The locked temporary of a save still
+// running and the temporaries of other projects stay.
+TEST(ProjectFileTest, StaleSaveTemporariesGoOnTheNextOpenOrSave) {
+  TempFolder folder;
+  const std::string path = folder.Path("work.orv");
+  const Project project = AwkwardProject();
+  SaveProject(path, project);
+  std::ofstream(folder.Path(".other.orv.saving-abcdef")) << "x";
+  const std::string running = folder.Path(".work.orv.saving-RUNNIN");
+  std::ofstream(running) << "x";
+  const int lock = ::open(running.c_str(), O_RDONLY);
+  ASSERT_EQ(::flock(lock, LOCK_EX), 0);
+  const std::vector<std::string> kept{".other.orv.saving-abcdef", ".work.orv.saving-RUNNIN", "work.orv"};
+  for (const bool by_save : {false, true}) {
+    SCOPED_TRACE(by_save ? "save" : "open");
+    SaveAndKill(path, project, SaveStage::SheetsWritten, 0);
+    ASSERT_EQ(folder.Entries().size(), kept.size() + 1);  // the killed save's temporary
+    if (by_save) SaveProject(path, project);
+    else ExpectSameProject(LoadProject(path), project);
+    EXPECT_EQ(folder.Entries(), kept);
+  }
+  ::close(lock);
+  ExpectSameProject(LoadProject(path), project);
+  EXPECT_EQ(folder.Entries(), (std::vector<std::string>{".other.orv.saving-abcdef", "work.orv"}));
 }
 
 TEST(ProjectFileTest, AFailedSaveKeepsTheOldFileAndLeavesNoTemporary) {

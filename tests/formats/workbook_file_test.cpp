@@ -168,6 +168,73 @@ TEST(WorkbookFileTest, ReadsWorkbooksOfOtherWritersAndRefusesBrokenOnes) {
   expect_refused(folder.Path("nobook.xlsx"));
   Worksheet none;
   EXPECT_THROW(ReadXlsSheet(folder.Path("text.xlsx"), 0, false, none), WorkbookError);
+  // 32 bytes that are no compound document (found by fuzzing: the .xls
+  // library took them as a bare stream and claimed 230 MB).
+  WriteAll(folder.Path("bare.xls"), std::string("\x09\0\0\0\0\0\x0a\0\0\0\xef\0\0\0\xea\xea\xea\xea\xea\xea\xea\xea\xea\0\x01\0\0\x0a\0\0\0\x09", 32));
+  EXPECT_THROW(ReadXlsSheet(folder.Path("bare.xls"), 0, false, none), WorkbookError);
+}
+
+// Crafted workbooks end at the limit they reach, which the message names in
+// plain words, before they cost memory: a cell or shared string longer than
+// Excel allows, a cell past its last column or row, a part that inflates
+// out of all proportion to its packed size. A cell of exactly 32,767
+// characters (two bytes each) is read.
+TEST(WorkbookFileTest, CraftedWorkbooksStopAtTheLimitTheyReach) {
+  TempFolder folder;
+  const std::string rels =
+      R"(<Relationships xmlns="http://schemas.openxmlformats.org/package/2006/relationships">)"
+      R"(<Relationship Id="r1" Type="http://schemas.openxmlformats.org/officeDocument/2006/relationships/officeDocument" Target="b.xml"/></Relationships>)";
+  const std::string book =
+      R"(<workbook xmlns="http://schemas.openxmlformats.org/spreadsheetml/2006/main" xmlns:r="http://schemas.openxmlformats.org/officeDocument/2006/relationships">)"
+      R"(<sheets><sheet name="S" sheetId="1" r:id="r7"/></sheets></workbook>)";
+  const std::string book_rels =
+      R"(<Relationships xmlns="http://schemas.openxmlformats.org/package/2006/relationships">)"
+      R"(<Relationship Id="r7" Type="http://schemas.openxmlformats.org/officeDocument/2006/relationships/worksheet" Target="s.xml"/>)"
+      R"(<Relationship Id="r8" Type="http://schemas.openxmlformats.org/officeDocument/2006/relationships/sharedStrings" Target="t.xml"/></Relationships>)";
+  const auto sheet_of = [](const std::string& cells) {
+    return R"(<worksheet xmlns="http://schemas.openxmlformats.org/spreadsheetml/2006/main"><sheetData><row>)" + cells +
+           "</row></sheetData></worksheet>";
+  };
+  const auto strings_of = [](const std::string& text) {
+    return R"(<sst xmlns="http://schemas.openxmlformats.org/spreadsheetml/2006/main"><si><t>)" + text + "</t></si></sst>";
+  };
+  std::string longest;
+  for (int i = 0; i < 32767; ++i) longest += "\xC3\xA9";
+  const struct {
+    std::string sheet;
+    std::string strings;
+    std::string says;  // empty: read
+  } cases[] = {
+      {sheet_of(R"(<c r="A1" t="inlineStr"><is><t>)" + std::string(40000, 'a') + "</t></is></c>"), strings_of("x"),
+       "a cell is longer than 32,767 characters"},
+      {sheet_of(R"(<c r="A1" t="s"><v>0</v></c>)"), strings_of(std::string(32768, 'a')),
+       "a cell is longer than 32,767 characters"},
+      {sheet_of(R"(<c r="XFE1"><v>1</v></c>)"), strings_of("x"), "the sheet has more than 16,384 columns"},
+      {sheet_of(R"(<c r="A1048577"><v>1</v></c>)"), strings_of("x"), "the sheet has more than 1,048,576 rows"},
+      {sheet_of(R"(<c r="A1"><v>1</v></c>)" + std::string(8 << 20, ' ')), strings_of("x"),
+       "inflates to more than 250 times its packed size"},
+      {sheet_of(R"(<c r="B2" t="s"><v>0</v></c><c r="XFD1048576" t="inlineStr"><is><t>)" + longest + "</t></is></c>"),
+       strings_of(longest), ""},
+  };
+  int n = 0;
+  for (const auto& c : cases) {
+    const std::string path = folder.Path("crafted" + std::to_string(++n) + ".xlsx");
+    WriteZip(path, {{"_rels/.rels", rels}, {"b.xml", book}, {"_rels/b.xml.rels", book_rels}, {"t.xml", c.strings},
+                    {"s.xml", c.sheet}});
+    Worksheet read;
+    if (c.says.empty()) {
+      ReadXlsxSheet(path, 0, false, read);
+      EXPECT_EQ(read.Text(2, 2), longest);
+      EXPECT_EQ(read.Text(kWorkbookMaxRows, kWorkbookMaxCols), longest);
+      continue;
+    }
+    try {
+      ReadXlsxSheet(path, 0, false, read);
+      ADD_FAILURE() << "case " << n << " was read";
+    } catch (const WorkbookError& error) {
+      EXPECT_NE(std::string(error.what()).find(c.says), std::string::npos) << error.what();
+    }
+  }
 }
 
 // The XML of one cell of the first sheet of a workbook written here.

@@ -28,7 +28,8 @@ TEST(ResolveBlockTest, ResolvesEachKindOfBlockAndReadsItColumnByColumn) {
     std::vector<long> n;
     for (std::size_t i = 1; i < 11; ++i) n.push_back(std::stol(row[i]));
     std::vector<double> values;
-    for (std::size_t i = 11; i < row.fields.size(); ++i) values.push_back(row.Number(i));
+    const long improper = std::stol(row[11]);
+    for (std::size_t i = 12; i < row.fields.size(); ++i) values.push_back(row.Number(i));
     Worksheet sheet = GridSheet();
     sheet.Selection = Block(n[0], n[1], n[2], n[3]);
     DataSelection selection;
@@ -39,7 +40,8 @@ TEST(ResolveBlockTest, ResolvesEachKindOfBlockAndReadsItColumnByColumn) {
     EXPECT_EQ(selection.lastRow, n[7]);
     EXPECT_EQ(selection.columnStep, n[8]);
     EXPECT_EQ(selection.rowStep, n[9]);
-    CollectNumericCells(sheet, selection);
+    const RunningFigures figures = CollectNumericCells(sheet, selection);
+    EXPECT_EQ(figures.improperCells, improper);
     EXPECT_EQ(selection.values, values);
     EXPECT_EQ(selection.count, static_cast<long>(values.size()));
   }
@@ -76,6 +78,30 @@ TEST(ResolveBlockTest, ABlockStartingBelowTheDataReadsNothing) {
   const RunningFigures figures = CollectNumericCells(sheet, selection);
   EXPECT_EQ(figures.count, 0);
   EXPECT_TRUE(selection.values.empty());
+}
+
+// Row by row, each row along the column step: columns of different lengths
+// keep their places, whether the block lies on the data or reaches from the
+// grid's far corner.
+TEST(NumericCellsRowByRowTest, ReadsRowAfterRowOverColumnsOfDifferentLengths) {
+  Worksheet sheet = GridSheet();
+  sheet.SetText(4, 2, "");
+  sheet.SetText(3, 3, "");
+  sheet.SetText(4, 3, "");
+  const struct {
+    GridSelection block;
+    std::vector<double> values;
+  } cases[] = {
+      {Block(1, 1, 3, 4), {1, 10, 100, 2, 20, 200, 3, 30, 4}},
+      {Block(kGridMaxCols, kGridMaxRows, 1, 1), {4, 30, 3, 200, 20, 2, 100, 10, 1}},
+      {Block(2, 2, kGridMaxCols, kGridMaxRows), {20, 200, 30}},
+  };
+  for (const auto& c : cases) {
+    sheet.Selection = c.block;
+    DataSelection selection;
+    ASSERT_FALSE(ResolveBlock(&sheet, selection).has_value());
+    EXPECT_EQ(NumericCellsRowByRow(sheet, selection), c.values);
+  }
 }
 
 TEST(CollectNumericCellsTest, SkipsEmptyAndTextCellsWithoutLeavingGaps) {

@@ -1,6 +1,7 @@
 #include "worksheet/worksheet.h"
 
 #include <gtest/gtest.h>
+#include <malloc.h>
 
 #include <string>
 
@@ -15,6 +16,41 @@ TEST(WorksheetTest, EmptySheetHasNoDataExtentAndEmptyCells) {
   EXPECT_EQ(sheet.Text(500000, 300), "");
   EXPECT_EQ(sheet.Name(), "WorkSheet 1");
   EXPECT_FALSE(sheet.Selection.IsBlockSelected);
+}
+
+// Cells far down a column (as a crafted file places them) cost their texts,
+// not the empty rows above them: 16,384 columns each with a cell in row 1
+// and one in row 16,777,216 stay within a few megabytes (one span per row
+// would take 2 TiB). Row edits and overwrites keep every cell, and a column
+// that fills up reads the same.
+TEST(WorksheetTest, CellsFarDownCostNothingForTheEmptyRowsAbove) {
+  const std::size_t before = mallinfo2().uordblks;
+  Worksheet sheet;
+  for (long col = 1; col <= kGridMaxCols; ++col) {
+    sheet.SetText(kGridMaxRows, col, "far");
+    sheet.SetText(1, col, "top");
+  }
+  EXPECT_LT(mallinfo2().uordblks - before, std::size_t{64} << 20);
+  EXPECT_EQ(sheet.DataRowCnt(), kGridMaxRows);
+  EXPECT_EQ(sheet.LastFilledRow(77), kGridMaxRows);
+  EXPECT_EQ(sheet.Text(kGridMaxRows, 77), "far");
+  EXPECT_EQ(sheet.Text(kGridMaxRows - 1, 77), "");
+  sheet.InsertRows(2, 3);
+  EXPECT_EQ(sheet.Text(1, 5), "top");
+  EXPECT_EQ(sheet.Text(kGridMaxRows + 3, 5), "far");
+  sheet.DeleteRows(10, 20);
+  EXPECT_EQ(sheet.Text(kGridMaxRows - 17, 5), "far");
+  sheet.SetText(kGridMaxRows - 17, 5, "");
+  EXPECT_EQ(sheet.LastFilledRow(5), 1);
+  // Filling a column row after row below a far cell keeps it readable.
+  sheet.SetText(100000, 5, "x");
+  for (long row = 1; row <= 30000; ++row) sheet.SetText(row, 5, std::to_string(row));
+  EXPECT_EQ(sheet.Text(30000, 5), "30000");
+  EXPECT_EQ(sheet.Text(1, 5), "1");
+  EXPECT_EQ(sheet.Text(100000, 5), "x");
+  sheet.DeleteRows(1, 30000);
+  EXPECT_EQ(sheet.Text(70000, 5), "x");
+  EXPECT_EQ(sheet.LastFilledRow(5), 70000);
 }
 
 TEST(WorksheetTest, DataExtentFollowsTheLastFilledCellBothWays) {
