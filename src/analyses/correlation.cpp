@@ -159,7 +159,8 @@ void CorrelationView(shell::Host& host) {
   AddCoefficientBlocks(table, names, columns, false, section);
   if (settings->spearman) AddCoefficientBlocks(table, names, columns, true, section);
   window.table = std::move(table);
-  host.ShowResultWindow(std::move(window));
+  // Numbers beyond a double (values near 1e308) end in the failure path.
+  shell::ShowResultOrFail(host, std::move(window), worksheet::messages::kInputValidData, kLines.cancel);
   host.Log().AppendSessionLine(kLines.Completed());
 }
 

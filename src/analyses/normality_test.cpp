@@ -103,7 +103,8 @@ void NormalTestView(shell::Host& host) {
   NormalTest dialog;
   const auto settings = shell::AskParameters(host, dialog);
   if (!settings) return;
-  host.ShowResultWindow(MakeReport(values, *settings));
+  // Numbers beyond a double (values near 1e308) end in the failure path.
+  shell::ShowResultOrFail(host, MakeReport(values, *settings), worksheet::messages::kInputValidData, kLines.cancel);
   host.Log().AppendSessionLine(kLines.Completed());
 }
 

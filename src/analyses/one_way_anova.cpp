@@ -174,7 +174,8 @@ void OnewayView(shell::Host& host) {
   const OneWayFit fit = FitOneWay(levels);
   const std::string factor_name =
       settings->stacked ? sheet->ColumnHeader(settings->factorColumn) : std::string("Factor");
-  host.ShowResultWindow(MakeReport(fit, factor_name));
+  // Numbers beyond a double (values near 1e308) end in the failure path.
+  shell::ShowResultOrFail(host, MakeReport(fit, factor_name), worksheet::messages::kInputValidData, kLines.cancel);
   host.Log().AppendSessionLine(kLines.Completed());
 }
 

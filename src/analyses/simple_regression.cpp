@@ -178,9 +178,10 @@ void SimpleRegView(shell::Host& host) {
   const bool horizontal = !settings->noConstant && Constant(pairs.y);
   if (vertical || horizontal) return refuse(worksheet::messages::kAllDataSame);
   const RegressionFit fit = FitLine(pairs.x, pairs.y, !settings->noConstant);
-  host.ShowResultWindow(MakeReport(fit, pairs, sheet->ColumnHeader(settings->predictorColumn),
+  // Numbers beyond a double (values near 1e308) end in the failure path.
+  shell::ShowResultOrFail(host, MakeReport(fit, pairs, sheet->ColumnHeader(settings->predictorColumn),
                                    sheet->ColumnHeader(settings->responseColumn),
-                                   settings->confidencePercent / 100.0));
+                                   settings->confidencePercent / 100.0), worksheet::messages::kInputValidData, kLines.cancel);
   host.Log().AppendSessionLine(kLines.Completed());
 }
 

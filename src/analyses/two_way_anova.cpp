@@ -168,8 +168,9 @@ void TwowayView(shell::Host& host) {
     return;
   }
   const TwoWayFit fit = FitTwoWay(layout.cells);
-  host.ShowResultWindow(MakeReport(fit, layout, sheet->ColumnHeader(settings->rowFactor),
-                                   sheet->ColumnHeader(settings->columnFactor)));
+  // Numbers beyond a double (values near 1e308) end in the failure path.
+  shell::ShowResultOrFail(host, MakeReport(fit, layout, sheet->ColumnHeader(settings->rowFactor),
+                                   sheet->ColumnHeader(settings->columnFactor)), worksheet::messages::kInputValidData, kLines.cancel);
   host.Log().AppendSessionLine(kLines.Completed());
 }
 

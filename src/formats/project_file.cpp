@@ -511,10 +511,12 @@ std::vector<std::string> TableColumns(SqliteDb& db, const std::string& table) {
 
 // Checks that the file holds the tables this program writes and nothing
 // else: each a plain table with exactly the columns of kSchema (format 1
-// lacks the three tables of the runs), besides the indexes SQLite makes for
+// lacks the three tables of the runs, formats 1 and 2 the series' style
+// column), besides the indexes SQLite makes for
 // their keys. A view, trigger, virtual table or any other object would run
 // code of the file's choosing as it is read, so such a file is refused.
-void CheckSchema(const std::string& path, SqliteDb& db, bool with_runs) {
+void CheckSchema(const std::string& path, SqliteDb& db, std::int64_t format) {
+  const bool with_runs = format >= kFirstVersionWithRuns;
   SqliteDb reference(":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
   reference.Exec(kSchema);
   std::map<std::string, std::vector<std::string>> expected;
@@ -526,6 +528,7 @@ void CheckSchema(const std::string& path, SqliteDb& db, bool with_runs) {
       expected[name] = TableColumns(reference, name);
     }
   }
+  if (format < kFirstVersionWithSeriesStyle) expected["chart_series"].pop_back();  // the style column
   std::size_t tables_found = 0;
   SqliteStatement objects(db, "SELECT type, name, tbl_name, sql FROM sqlite_schema");
   while (objects.Step()) {
@@ -1029,7 +1032,7 @@ Project LoadProject(const std::string& path) {
     HardenForReading(db, &deadline);
     {
       SqliteStatement version(db, "PRAGMA user_version");
-      CheckSchema(path, db, version.Step() && version.Int(0) >= kFirstVersionWithRuns);
+      CheckSchema(path, db, version.Step() ? version.Int(0) : 0);
     }
     {
       SqliteStatement check(db, "PRAGMA quick_check(1)");

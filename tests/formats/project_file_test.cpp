@@ -144,7 +144,8 @@ TEST(ProjectFileTest, AProjectOfFormatOneOpensWithoutRuns) {
   Project old = AwkwardProject();
   for (auto& result : old.results) result.window.run = nullptr;
   SaveProject(path, old);
-  ExecSql(path, "DROP TABLE runs; DROP TABLE run_settings; DROP TABLE run_data; PRAGMA user_version=1;");
+  ExecSql(path, "DROP TABLE runs; DROP TABLE run_settings; DROP TABLE run_data; "
+                "ALTER TABLE chart_series DROP COLUMN style; PRAGMA user_version=1;");
   WithPlainSeries(old);
   ExpectSameProject(LoadProject(path), old);
 }
