@@ -27,22 +27,22 @@ std::string Trimmed(std::string_view text) {
 
 }  // namespace
 
+// The block's columns and rows as far as the data reaches, in the block's
+// order: cells past the data are empty, and a block may reach the grid's
+// far corner.
 std::vector<BlockColumn> ColumnsOfBlock(const worksheet::Worksheet& sheet, const worksheet::DataSelection& selection) {
   std::vector<BlockColumn> columns;
-  const long count = worksheet::ColumnsToWalk(selection);
-  for (long i = 0; i < count; ++i) {
-    const long column = selection.firstColumn + i * selection.columnStep;
-    columns.push_back({column, sheet.ColumnHeader(column)});
-  }
+  const worksheet::WalkSpan span = worksheet::ColumnsWithData(sheet, selection);
+  for (long i = 0; i < span.length; ++i) columns.push_back({span.At(i), sheet.ColumnHeader(span.At(i))});
   return columns;
 }
 
 std::vector<double> ColumnCells(const worksheet::Worksheet& sheet, const worksheet::DataSelection& selection,
                                 long column) {
   std::vector<double> cells;
-  const long rows = worksheet::RowsToWalk(selection);
-  for (long r = 0, row = selection.firstRow; r < rows; ++r, row += selection.rowStep) {
-    const auto number = worksheet::ParseCellNumber(sheet.Text(row, column));
+  const worksheet::WalkSpan rows = worksheet::RowsWithData(sheet, selection);
+  for (long r = 0; r < rows.length; ++r) {
+    const auto number = worksheet::ParseCellNumber(sheet.Text(rows.At(r), column));
     cells.push_back(number ? *number : std::numeric_limits<double>::quiet_NaN());
   }
   return cells;
@@ -51,9 +51,8 @@ std::vector<double> ColumnCells(const worksheet::Worksheet& sheet, const workshe
 std::vector<std::string> ColumnTexts(const worksheet::Worksheet& sheet, const worksheet::DataSelection& selection,
                                      long column) {
   std::vector<std::string> texts;
-  const long rows = worksheet::RowsToWalk(selection);
-  for (long r = 0, row = selection.firstRow; r < rows; ++r, row += selection.rowStep)
-    texts.push_back(Trimmed(sheet.Text(row, column)));
+  const worksheet::WalkSpan rows = worksheet::RowsWithData(sheet, selection);
+  for (long r = 0; r < rows.length; ++r) texts.push_back(Trimmed(sheet.Text(rows.At(r), column)));
   return texts;
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <unordered_map>
 
 #include "analyses/anova_report.h"
 #include "analyses/one_way_fit.h"
@@ -14,6 +15,7 @@ namespace orvik::analyses {
 namespace {
 
 const SessionLines kLines{"One-way ANOVA", "Cancel one-way ANOVA"};
+constexpr std::size_t kMostTukeyLevels = 30;
 
 // Levels in the order of their names (SortLevelNames).
 void SortLevels(std::vector<FactorLevel>& levels) {
@@ -42,14 +44,12 @@ std::vector<FactorLevel> ReadLevels(const worksheet::Worksheet& sheet, const wor
   }
   const auto response = ColumnCells(sheet, selection, settings.responseColumn);
   const auto factor = ColumnTexts(sheet, selection, settings.factorColumn);
+  std::unordered_map<std::string, std::size_t> level_of;  // so many levels cost no search each
   for (std::size_t r = 0; r < response.size(); ++r) {
     if (std::isnan(response[r]) || factor[r].empty()) continue;
-    auto found = std::find_if(levels.begin(), levels.end(), [&](const FactorLevel& l) { return l.name == factor[r]; });
-    if (found == levels.end()) {
-      levels.push_back({factor[r], {}});
-      found = levels.end() - 1;
-    }
-    found->values.push_back(response[r]);
+    const auto [found, added] = level_of.try_emplace(factor[r], levels.size());
+    if (added) levels.push_back({factor[r], {}});
+    levels[found->second].values.push_back(response[r]);
   }
   SortLevels(levels);
   return levels;
@@ -84,15 +84,22 @@ shell::ResultWindow MakeReport(const OneWayFit& fit, const std::string& factor_n
   for (const auto& level : fit.levels)
     table.AddRow({level.name, std::to_string(level.n), ShownStatistic(level.mean), ShownStatistic(level.sd),
                   IntervalText(level.lower, level.upper)});
-  double critical = 0.0;
-  const auto comparisons = TukeyComparisons(fit, 0.95, &critical);
   AddHeading(table, {"3. Tukey simultaneous comparisons (95%)"});
-  table.AddRow({"Studentized range q", ShownStatistic(critical)});
-  AddHeading(table, {"Levels", "Difference", "SE", "Simultaneous 95% CI", "q", "Adjusted p-value"});
-  for (const auto& c : comparisons)
-    table.AddRow({fit.levels[c.first].name + " - " + fit.levels[c.second].name, ShownStatistic(c.difference),
-                  ShownStatistic(c.se), IntervalText(c.lower, c.upper), ShownStatistic(c.q),
-                  ShownPValue(c.adjustedP)});
+  // Every pair of levels takes a studentized range integral; beyond
+  // kMostTukeyLevels levels (a factor column of near-unique values) the
+  // pairs are too many to read or to wait for.
+  if (fit.levels.size() > kMostTukeyLevels) {
+    table.AddRow({"Comparisons are shown for at most " + std::to_string(kMostTukeyLevels) + " levels"});
+  } else {
+    double critical = 0.0;
+    const auto comparisons = TukeyComparisons(fit, 0.95, &critical);
+    table.AddRow({"Studentized range q", ShownStatistic(critical)});
+    AddHeading(table, {"Levels", "Difference", "SE", "Simultaneous 95% CI", "q", "Adjusted p-value"});
+    for (const auto& c : comparisons)
+      table.AddRow({fit.levels[c.first].name + " - " + fit.levels[c.second].name, ShownStatistic(c.difference),
+                    ShownStatistic(c.se), IntervalText(c.lower, c.upper), ShownStatistic(c.q),
+                    ShownPValue(c.adjustedP)});
+  }
   window.table = std::move(table);
 
   shell::ChartSeries& chart = window.charts.front();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <unordered_map>
 
 #include "analyses/anova_report.h"
 #include "analyses/sample_input.h"
@@ -19,10 +20,14 @@ struct Layout {
   std::vector<std::string> columnLevels;
   TwoWayCells cells;
   std::vector<double> values;
+  bool tooManyCells = false;  // more factor combinations than values: some must be empty
 };
 
-std::size_t IndexOf(const std::vector<std::string>& names, const std::string& name) {
-  return static_cast<std::size_t>(std::find(names.begin(), names.end(), name) - names.begin());
+// The levels of a factor in the order of the values, each once.
+std::unordered_map<std::string, std::size_t> Levels(const std::vector<std::string>& names) {
+  std::unordered_map<std::string, std::size_t> index;
+  for (std::size_t i = 0; i < names.size(); ++i) index.emplace(names[i], i);
+  return index;
 }
 
 Layout ReadLayout(const worksheet::Worksheet& sheet, const worksheet::DataSelection& selection,
@@ -32,27 +37,31 @@ Layout ReadLayout(const worksheet::Worksheet& sheet, const worksheet::DataSelect
   const auto columns = ColumnTexts(sheet, selection, s.columnFactor);
   Layout layout;
   std::vector<std::size_t> used;
+  std::unordered_map<std::string, std::size_t> seen_rows, seen_columns;
   for (std::size_t k = 0; k < response.size(); ++k) {
     if (std::isnan(response[k]) || rows[k].empty() || columns[k].empty()) continue;
     used.push_back(k);
-    if (IndexOf(layout.rowLevels, rows[k]) == layout.rowLevels.size()) layout.rowLevels.push_back(rows[k]);
-    if (IndexOf(layout.columnLevels, columns[k]) == layout.columnLevels.size())
-      layout.columnLevels.push_back(columns[k]);
+    if (seen_rows.emplace(rows[k], 0).second) layout.rowLevels.push_back(rows[k]);
+    if (seen_columns.emplace(columns[k], 0).second) layout.columnLevels.push_back(columns[k]);
   }
   SortLevelNames(layout.rowLevels);
   SortLevelNames(layout.columnLevels);
+  for (const std::size_t k : used) layout.values.push_back(response[k]);
+  // A balanced layout fills every combination, so it has at least as many
+  // values as combinations; checked before the table of cells is made.
+  layout.tooManyCells = layout.rowLevels.size() * layout.columnLevels.size() > used.size();
+  if (layout.tooManyCells) return layout;
+  const auto row_index = Levels(layout.rowLevels), column_index = Levels(layout.columnLevels);
   layout.cells.assign(layout.rowLevels.size(), std::vector<std::vector<double>>(layout.columnLevels.size()));
-  for (const std::size_t k : used) {
-    layout.cells[IndexOf(layout.rowLevels, rows[k])][IndexOf(layout.columnLevels, columns[k])].push_back(response[k]);
-    layout.values.push_back(response[k]);
-  }
+  for (const std::size_t k : used)
+    layout.cells[row_index.at(rows[k])][column_index.at(columns[k])].push_back(response[k]);
   return layout;
 }
 
 std::optional<std::string> Check(const Layout& layout) {
   if (layout.values.empty()) return std::string(worksheet::messages::kNotEnoughData);
   if (layout.rowLevels.size() < 2 || layout.columnLevels.size() < 2) return std::string(kOneLevel);
-  if (!IsBalanced(layout.cells)) return std::string(kUnbalanced);
+  if (layout.tooManyCells || !IsBalanced(layout.cells)) return std::string(kUnbalanced);
   if (std::all_of(layout.values.begin(), layout.values.end(), [&](double v) { return v == layout.values.front(); }))
     return std::string(worksheet::messages::kAllDataSame);
   return std::nullopt;
