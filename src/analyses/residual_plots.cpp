@@ -44,35 +44,37 @@ shell::ChartSeries NormalProbabilityChart(const std::string& name, std::span<con
   return chart;
 }
 
+namespace {
+
+// The residuals against the fits or their order, with the zero line.
+shell::ChartSeries ResidualsAgainst(std::string name, std::string title, std::string x_title, std::vector<double> x,
+                                    std::span<const double> residuals, shell::SeriesType type) {
+  shell::ChartSeries chart;
+  chart.name = std::move(name);
+  chart.title = std::move(title);
+  chart.xTitle = std::move(x_title);
+  chart.yTitle = "Residual";
+  shell::PlotSeries points = NamedSeries("Residual", type);
+  points.x = shell::NumberSeries(std::move(x));
+  points.y = shell::NumberSeries(std::vector<double>(residuals.begin(), residuals.end()));
+  chart.series.push_back(std::move(points));
+  chart.lines.push_back({shell::LineOrientation::Horizontal, 0.0, "0", {}, false});
+  return chart;
+}
+
+}  // namespace
+
 void AddResidualPlots(shell::ResultWindow& window, std::span<const double> residuals, std::span<const double> fitted) {
   window.charts.push_back(NormalProbabilityChart("ResidualNormal", residuals, "Normal probability plot of residuals",
                                                  "Residual"));
 
-  shell::ChartSeries fits;
-  fits.name = "ResidualFits";
-  fits.title = "Residuals versus fits";
-  fits.xTitle = "Fitted value";
-  fits.yTitle = "Residual";
-  shell::PlotSeries by_fit = NamedSeries("Residual", shell::SeriesType::Points);
-  by_fit.x = shell::NumberSeries(std::vector<double>(fitted.begin(), fitted.end()));
-  by_fit.y = shell::NumberSeries(std::vector<double>(residuals.begin(), residuals.end()));
-  fits.series.push_back(std::move(by_fit));
-  fits.lines.push_back({shell::LineOrientation::Horizontal, 0.0, "0", {}, false});
-  window.charts.push_back(std::move(fits));
-
-  shell::ChartSeries order;
-  order.name = "ResidualOrder";
-  order.title = "Residuals versus order";
-  order.xTitle = "Observation order";
-  order.yTitle = "Residual";
-  shell::PlotSeries by_order = NamedSeries("Residual", shell::SeriesType::Line);
-  std::vector<double> numbers;
-  for (std::size_t i = 0; i < residuals.size(); ++i) numbers.push_back(static_cast<double>(i + 1));
-  by_order.x = shell::NumberSeries(numbers);
-  by_order.y = shell::NumberSeries(std::vector<double>(residuals.begin(), residuals.end()));
-  order.series.push_back(std::move(by_order));
-  order.lines.push_back({shell::LineOrientation::Horizontal, 0.0, "0", {}, false});
-  window.charts.push_back(std::move(order));
+  std::vector<double> order(residuals.size());
+  for (std::size_t i = 0; i < order.size(); ++i) order[i] = static_cast<double>(i + 1);
+  window.charts.push_back(ResidualsAgainst("ResidualFits", "Residuals versus fits", "Fitted value",
+                                           std::vector<double>(fitted.begin(), fitted.end()), residuals,
+                                           shell::SeriesType::Points));
+  window.charts.push_back(ResidualsAgainst("ResidualOrder", "Residuals versus order", "Observation order",
+                                           std::move(order), residuals, shell::SeriesType::Line));
 
   shell::ChartSeries histogram;
   histogram.name = "ResidualHistogram";

@@ -92,14 +92,19 @@ void TextDecoder::Decode(std::string_view bytes, std::string& out) {
   else DecodeUtf16(bytes, out);
 }
 
+// The bytes left over from the last piece, then this piece: in `joined`
+// when there were any, so a sequence cut between pieces decodes whole.
+std::string_view TextDecoder::JoinPending(std::string_view bytes, std::string& joined) {
+  if (pending_.empty()) return bytes;
+  joined = std::move(pending_);
+  pending_.clear();
+  joined.append(bytes);
+  return joined;
+}
+
 void TextDecoder::DecodeUtf8(std::string_view bytes, std::string& out) {
   std::string joined;
-  if (!pending_.empty()) {
-    joined = std::move(pending_);
-    pending_.clear();
-    joined.append(bytes);
-    bytes = joined;
-  }
+  bytes = JoinPending(bytes, joined);
   const auto* data = reinterpret_cast<const unsigned char*>(bytes.data());
   const std::size_t size = bytes.size();
   std::size_t i = 0;
@@ -133,12 +138,7 @@ void TextDecoder::DecodeUtf8(std::string_view bytes, std::string& out) {
 
 void TextDecoder::DecodeUtf16(std::string_view bytes, std::string& out) {
   std::string joined;
-  if (!pending_.empty()) {
-    joined = std::move(pending_);
-    pending_.clear();
-    joined.append(bytes);
-    bytes = joined;
-  }
+  bytes = JoinPending(bytes, joined);
   const bool little = encoding_ == Encoding::Utf16Le;
   std::size_t i = 0;
   for (; i + 1 < bytes.size(); i += 2) {

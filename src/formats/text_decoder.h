@@ -31,6 +31,8 @@ class TextDecoder {
  private:
   enum class Encoding { Undecided, Utf8, Utf16Le, Utf16Be };
 
+  std::string_view JoinPending(std::string_view bytes, std::string& joined);
+
   void DecodeUtf8(std::string_view bytes, std::string& out);
   void DecodeUtf16(std::string_view bytes, std::string& out);
   void AppendLatin1(unsigned char byte, std::string& out);
