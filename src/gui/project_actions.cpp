@@ -76,6 +76,14 @@ std::optional<ImportChoice> ImportDialog(QWidget* parent, const QString& path, c
     for (const auto& name : sheets) sheet->addItem(QString::fromStdString(name));
     form->addRow(QStringLiteral("Sheet:"), sheet);
   }
+  // The boxes of the other kind of file stay out of sight; left shown, they
+  // would sit over the labels of the rows in use.
+  if (delimited) {
+    sheet->hide();
+  } else {
+    separator->hide();
+    other->hide();
+  }
   auto* header = new QCheckBox(QStringLiteral("First row holds the column names"), &dialog);
   form->addRow(header);
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &dialog);
