@@ -39,14 +39,20 @@ bool ResultWindow::ShowsNonFiniteNumber() const {
 }
 
 ResultWindow MakeControlForm(std::string title, bool two_charts) {
-  ResultWindow window{WindowKind::ControlForm, std::move(title), {}, ResultTable{}, {}};
+  ResultWindow window;
+  window.kind = WindowKind::ControlForm;
+  window.title = std::move(title);
+  window.table = ResultTable{};
   window.charts.emplace_back().name = "ChartOne";
   if (two_charts) window.charts.emplace_back().name = "ChartTwo";
   return window;
 }
 
 ResultWindow MakeDataChart(std::string title) {
-  ResultWindow window{WindowKind::DataChart, std::move(title), {}, ResultTable{}, {}};
+  ResultWindow window;
+  window.kind = WindowKind::DataChart;
+  window.title = std::move(title);
+  window.table = ResultTable{};
   window.charts.emplace_back().name = "DataChartView";
   return window;
 }

@@ -68,11 +68,11 @@ Project AwkwardProject() {
   one.title = "xbar";
   one.xTitle = "Subgroup";
   one.yTitle = "Mean";
-  one.series.push_back({"xbar", shell::SeriesType::Line, {1, 2, 3}, {0.1, std::nan(""), -0.0}, {2, 3}, shell::kRed, false});
+  one.series.push_back({"xbar", shell::SeriesType::Line, {1, 2, 3}, {0.1, std::nan(""), -0.0}, {2, 3}, shell::kRed, false, false, false, {}});
   one.series.back().markCodes = {"* ", "B C "};
   one.series.push_back({"big", shell::SeriesType::Points, {std::numeric_limits<double>::infinity()},
-                        {std::numeric_limits<double>::denorm_min()}, {}, std::nullopt, true});
-  shell::PlotSeries limit{"UCL", shell::SeriesType::Line, {1, 2, 3}, {0.3, 0.25, 0.3}, {}, shell::kRed, false};
+                        {std::numeric_limits<double>::denorm_min()}, {}, std::nullopt, true, false, false, {}});
+  shell::PlotSeries limit{"UCL", shell::SeriesType::Line, {1, 2, 3}, {0.3, 0.25, 0.3}, {}, shell::kRed, false, false, false, {}};
   limit.stepped = true;
   one.series.push_back(limit);
   limit.name = "Upper 2 sigma";
@@ -90,7 +90,7 @@ Project AwkwardProject() {
 
   shell::ResultWindow graph = shell::MakeDataChart("Pareto chart");
   graph.Chart("DataChartView").categories = {"Scratch", "Dent, deep", ""};
-  graph.Chart("DataChartView").series.push_back({"count", shell::SeriesType::Bar, {1, 2, 3}, {5, 3, 0}, {}, {}, false});
+  graph.Chart("DataChartView").series.push_back({"count", shell::SeriesType::Bar, {1, 2, 3}, {5, 3, 0}, {}, {}, false, false, false, {}});
   graph.run = std::make_shared<const shell::CommandRun>(shell::CommandRun{"mnuPareto", data, {true, -1, -1, 3, 9}, {}});
   project.results.push_back({std::move(graph), std::nullopt});
 

@@ -72,7 +72,7 @@ class ProjectActionsTest : public QObject {
     result.table.emplace();
     result.table->columns = {"No.", "xbar"};
     result.table->AddRow({"1", "10.25"}, {shell::kBlue, shell::kWhite, true});
-    result.Chart("ChartOne").series.push_back({"xbar", shell::SeriesType::Line, {1, 2}, {10.25, 10.75}, {2}, {}, false});
+    result.Chart("ChartOne").series.push_back({"xbar", shell::SeriesType::Line, {1, 2}, {10.25, 10.75}, {2}, {}, false, false, false, {}});
     result.Chart("ChartOne").lines.push_back({shell::LineOrientation::Horizontal, 11.5, "UCL= 11.5", shell::kRed, true});
     window.Host().ShowResultWindow(result);
     gui::WorksheetWindow* second = window.NewWorksheet();

@@ -30,12 +30,12 @@ shell::ResultWindow TwoChartWindow() {
   shell::ChartSeries& one = window.Chart("ChartOne");
   one.title = "xbar";
   one.xTitle = "Sample";
-  one.series.push_back({"xbar", shell::SeriesType::Line, {1, 2, 3, 4, 5}, {10, 11, 9.5, 12.75, 10}, {4}, {}, false});
+  one.series.push_back({"xbar", shell::SeriesType::Line, {1, 2, 3, 4, 5}, {10, 11, 9.5, 12.75, 10}, {4}, {}, false, false, false, {}});
   one.lines.push_back({shell::LineOrientation::Horizontal, 12.5, "UCL= 12.5", {}, false});
   one.lines.push_back({shell::LineOrientation::Horizontal, 10.6, "CL= 10.6", {}, false});
   one.lines.push_back({shell::LineOrientation::Horizontal, 8.7, "LCL= 8.7", {}, true});
   shell::ChartSeries& two = window.Chart("ChartTwo");
-  two.series.push_back({"R", shell::SeriesType::Line, {2, 3, 4, 5, 6}, {1, 2, 1.5, 3, 2}, {}, {}, false});
+  two.series.push_back({"R", shell::SeriesType::Line, {2, 3, 4, 5, 6}, {1, 2, 1.5, 3, 2}, {}, {}, false, false, false, {}});
   window.table->columns = {"xbar", "xbar UCL"};
   window.table->AddRow({"10", "12.5"});
   window.table->AddRow({});
@@ -201,8 +201,8 @@ class ResultWindowTest : public QObject {
     auto& chart = window.Chart("DataChartView");
     chart.y2Title = "Cum %";
     chart.categories = {"Scratch", "Dent", "Crack"};
-    chart.series.push_back({"Count", shell::SeriesType::Bar, {}, {30, 20, 5}, {}, shell::kRed, false});
-    chart.series.push_back({"Cum", shell::SeriesType::Line, {}, {54.5, 90.9, 100}, {}, {}, true});
+    chart.series.push_back({"Count", shell::SeriesType::Bar, {}, {30, 20, 5}, {}, shell::kRed, false, false, false, {}});
+    chart.series.push_back({"Cum", shell::SeriesType::Line, {}, {54.5, 90.9, 100}, {}, {}, true, false, false, {}});
     chart.lines.push_back({shell::LineOrientation::Vertical, 2.5, "LSL", {}, false});
     chart.labels.push_back({"n = 55", {}, {}});
     chart.labels.push_back({"peak", 1.0, 30.0});
@@ -228,7 +228,7 @@ class ResultWindowTest : public QObject {
     QCOMPARE(widget.DataView()->model()->rowCount(), 0);
 
     shell::ResultWindow boxes = shell::MakeDataChart("Box-plot");
-    boxes.Chart("DataChartView").series.push_back({"A", shell::SeriesType::Box, {}, {1, 2, 3, 4, 5, 2, 3, 4, 5, 9}, {}, {}, false});
+    boxes.Chart("DataChartView").series.push_back({"A", shell::SeriesType::Box, {}, {1, 2, 3, 4, 5, 2, 3, 4, 5, 9}, {}, {}, false, false, false, {}});
     ResultWindowWidget box_widget(boxes);
     auto* box = qobject_cast<QCPStatisticalBox*>(box_widget.Charts().front()->plottable(0));
     QVERIFY(box);
@@ -242,11 +242,11 @@ class ResultWindowTest : public QObject {
   void analysisChartsTakeATabEachWithTheirOwnAxes() {
     shell::ResultWindow window = shell::MakeDataChart("Simple linear regression");
     window.charts.front().title = "Fitted line plot";
-    window.charts.front().series.push_back({"Data", shell::SeriesType::Points, {1, 2, 3}, {2, 4, 7}, {}, {}, false});
+    window.charts.front().series.push_back({"Data", shell::SeriesType::Points, {1, 2, 3}, {2, 4, 7}, {}, {}, false, false, false, {}});
     shell::ChartSeries order;
     order.name = "ResidualOrder";
     order.title = "Residuals versus order";
-    order.series.push_back({"Residual", shell::SeriesType::Line, {100, 200, 300}, {1, -1, 0}, {}, {}, false});
+    order.series.push_back({"Residual", shell::SeriesType::Line, {100, 200, 300}, {1, -1, 0}, {}, {}, false, false, false, {}});
     window.charts.push_back(order);
     ResultWindowWidget widget(window);
     auto* tabs = widget.findChild<QTabWidget*>(QStringLiteral("DataChartTab"));

@@ -55,8 +55,6 @@ class LimitsDialog : public DialogModel {
   TestLimits result_;
 };
 
-cli::CliHost EmptyHost() { return cli::CliHost(worksheet::Worksheet("WorkSheet 1"), {}, {}); }
-
 TEST(DialogModelTest, ChoosingAnOptionButtonUnchoosesTheOthersOfItsGroupAndRunsTheHandler) {
   LimitsDialog dialog;
   dialog.Click("OptLower");
