@@ -181,7 +181,7 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
           graph->setScatterStyle(QCPScatterStyle(look_.pointShape, color, line ? 5 : 7));
         series_of_.insert(graph, static_cast<int>(s));
         if (!series.marked.empty()) AddMarks(series, x, y, value_axis, s == 0);
-        if (line && y.size() > kMaxMarkedPoints) dense_.push_back({graph, look_.pointShape, color});
+        if (line && y.size() > kMaxMarkedPoints) dense_.push_back(graph);
         if (!series.onSecondAxis)
           for (double v : series.y) take(v, y_min, y_max);
         for (double v : x) take(v, x_min, x_max);
@@ -537,15 +537,16 @@ void ChartView::PlaceLineLabels() {
 // Above kMaxMarkedPoints points in view a line shows no point markers and
 // its marks shrink; fewer, zoomed in, show them whole.
 void ChartView::UpdateDensity() {
-  for (const DenseLine& line : dense_) {
-    const auto data = line.graph->data();
-    const QCPRange range = xAxis->range();
-    const auto shown = data->findEnd(range.upper) - data->findBegin(range.lower);
-    const bool whole = shown <= kMaxMarkedPoints;
-    line.graph->setScatterStyle(whole ? QCPScatterStyle(line.shape, line.color, 5) : QCPScatterStyle());
-    for (auto mark = marks_.begin(); mark != marks_.end(); ++mark)
-      static_cast<QCPGraph*>(mark.key())->setScatterStyle(MarkStyle(mark->rule, whole));
-  }
+  if (dense_.empty()) return;
+  const QCPRange range = xAxis->range();
+  qsizetype shown = 0;
+  for (const QCPGraph* graph : dense_)
+    shown = std::max(shown, graph->data()->findEnd(range.upper) - graph->data()->findBegin(range.lower));
+  const bool whole = shown <= kMaxMarkedPoints;
+  for (QCPGraph* graph : dense_)
+    graph->setScatterStyle(whole ? QCPScatterStyle(look_.pointShape, graph->pen().color(), 5) : QCPScatterStyle());
+  for (auto mark = marks_.begin(); mark != marks_.end(); ++mark)
+    static_cast<QCPGraph*>(mark.key())->setScatterStyle(MarkStyle(mark->rule, whole));
 }
 
 // The pointer resting on a marked point tells why it is marked.
@@ -567,11 +568,18 @@ void ChartView::mouseMoveEvent(QMouseEvent* event) {
   QToolTip::hideText();
 }
 
+namespace {
+
+// A chart's height in pictures and prints: as shown, 400 when not shown yet.
+int PaintedHeight(const ChartView& chart) { return std::max(chart.height(), 400); }
+
+}  // namespace
+
 QSize StackedSize(const std::vector<ChartView*>& charts) {
   QSize size(0, 0);
   for (const ChartView* chart : charts) {
     size.setWidth(std::max({size.width(), chart->width(), 640}));
-    size.rheight() += std::max(chart->height(), 400);
+    size.rheight() += PaintedHeight(*chart);
   }
   return size;
 }
@@ -580,7 +588,7 @@ void PaintCharts(QCPPainter& painter, const std::vector<ChartView*>& charts) {
   const QSize size = StackedSize(charts);
   painter.save();
   for (ChartView* chart : charts) {
-    const int height = std::max(chart->height(), 400);
+    const int height = PaintedHeight(*chart);
     chart->toPainter(&painter, size.width(), height);
     painter.translate(0, height);
   }

@@ -75,13 +75,8 @@ class ChartView : public QCustomPlot {
                 QCPAxis* value_axis, bool first);
   QHash<QCPAbstractPlottable*, MarkSet> marks_;
   // Lines too long for point markers; zooming in shows them.
-  struct DenseLine {
-    QCPGraph* graph;
-    QCPScatterStyle::ScatterShape shape;
-    QColor color;
-  };
   void UpdateDensity();
-  std::vector<DenseLine> dense_;
+  std::vector<QCPGraph*> dense_;
   // The rule letters beside flagged points, in the order of their points.
   void PlaceRuleLetters();
   std::vector<QCPItemText*> rule_letters_;
