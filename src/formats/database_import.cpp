@@ -9,6 +9,7 @@
 #include <fstream>
 #include <memory>
 
+#include "formats/number_text.h"
 #include "formats/sqlite_db.h"
 
 #ifdef ORVIK_HAVE_MDB
@@ -25,12 +26,6 @@ bool IsSqliteFile(const std::string& path) {
   char magic[16] = {};
   in.read(magic, sizeof magic);
   return in.gcount() == sizeof magic && std::memcmp(magic, "SQLite format 3", 16) == 0;
-}
-
-std::string ShortestText(double value) {
-  char text[32];
-  const auto result = std::to_chars(text, text + sizeof text, value);
-  return std::string(text, result.ptr);
 }
 
 // A name inside double quotes, as SQL writes identifiers.

@@ -23,6 +23,7 @@
 #include <set>
 
 #include "formats/delimited_text.h"
+#include "formats/number_text.h"
 #include "formats/project_file.h"
 #include "worksheet/cell_number.h"
 
@@ -460,14 +461,13 @@ class SheetReader : public XmlStream {
     double number = 0.0;
     const auto [end, error] = std::from_chars(value_.data(), value_.data() + value_.size(), number);
     if (value_.empty() || error != std::errc() || end != value_.data() + value_.size()) return value_;
-    char shown[400];
     const std::optional<ShownDigits> digits =
         format_ < digits_of_format_.size() ? digits_of_format_[format_] : std::nullopt;
     if (!digits) {
-      const auto written = std::to_chars(shown, shown + sizeof shown, number);
-      const std::size_t size = static_cast<std::size_t>(written.ptr - shown);
-      return written.ec == std::errc() && size < value_.size() ? std::string(shown, size) : value_;
+      std::string shortest = ShortestText(number);
+      return shortest.size() < value_.size() ? shortest : value_;
     }
+    char shown[400];
     const auto written = std::to_chars(shown, shown + sizeof shown, number, std::chars_format::fixed, digits->decimals);
     if (written.ec != std::errc()) return value_;
     std::string text(shown, written.ptr);
@@ -789,12 +789,6 @@ class XlsFile {
   std::string path_;
   const void* handle_ = nullptr;
 };
-
-std::string ShortestText(double value) {
-  char text[32];
-  const auto result = std::to_chars(text, text + sizeof text, value);
-  return std::string(text, result.ptr);
-}
 
 }  // namespace
 
