@@ -93,12 +93,15 @@ double LaneySigmaZ(const std::vector<double>& z) {
 AttributeChartLimits PChartLimits(const AttributeSamples& samples, const ProportionOptions& options) {
   AttributeChartLimits out;
   RatiosAndCentre(samples, out);
+  if (options.centre) out.centre = *options.centre;
   const double p_bar = out.centre;
   if (!(p_bar >= 0.0 && p_bar <= 1.0)) throw ChartComputationError("proportion outside [0, 1]");
   const std::size_t k = samples.sizes.size();
   const double n_bar = stats::CompensatedTotal(samples.sizes) / static_cast<double>(k);
   const auto size_of = [&](std::size_t i) { return options.averageSize ? n_bar : samples.sizes[i]; };
-  if (options.laney) {
+  if (options.laney && options.sigmaZ) {
+    out.sigmaZ = *options.sigmaZ;
+  } else if (options.laney) {
     // z_i always at the sample's own size: sigma_z measures how far the
     // samples scatter beyond their binomial sigma, whatever the limits use.
     std::vector<double> z(k);
@@ -120,9 +123,10 @@ AttributeChartLimits PChartLimits(const AttributeSamples& samples, const Proport
   return out;
 }
 
-AttributeChartLimits UChartLimits(const AttributeSamples& samples) {
+AttributeChartLimits UChartLimits(const AttributeSamples& samples, std::optional<double> centre) {
   AttributeChartLimits out;
   RatiosAndCentre(samples, out);
+  if (centre) out.centre = *centre;
   const double u_bar = out.centre;
   if (!(u_bar >= 0.0)) throw ChartComputationError("negative count");
   const auto sigma_of = [&](double n) { return std::sqrt(u_bar / n); };

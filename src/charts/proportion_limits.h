@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "charts/control_limits.h"
@@ -21,6 +22,10 @@ struct ProportionOptions {
   bool averageSize = false;
   // Laney's p' chart: each sample's sigma widened by sigma_z.
   bool laney = false;
+  // A centre line and sigma_z known beforehand (limits of an earlier phase)
+  // in place of those of the samples.
+  std::optional<double> centre;
+  std::optional<double> sigmaZ;
 };
 
 // A p or u chart's numbers: the plotted ratios, the centre line and, per
@@ -61,6 +66,7 @@ AttributeChartLimits PChartLimits(const AttributeSamples& samples, const Proport
 // UCL_i = Round(u-bar + 3 sqrt(u-bar / n_i), 8), LCL_i likewise floored at
 // 0, sigma lines at 2 sigma (the lower one floored at 0 too). Throws
 // ChartComputationError when there is no sample or no inspection unit.
-AttributeChartLimits UChartLimits(const AttributeSamples& samples);
+// A given `centre` (an earlier phase's u-bar) replaces the samples' own.
+AttributeChartLimits UChartLimits(const AttributeSamples& samples, std::optional<double> centre = std::nullopt);
 
 }  // namespace orvik::charts
