@@ -236,11 +236,7 @@ void PView(shell::Host& host) {
   RunChartComputation(host, name, [&] {
     AttributeSamples samples{std::move(block.sizes), std::move(block.counts)};
     const AttributeLimitsOf limits_of = [&](const AttributeSamples& stage, const AttributeChartLimits* phase_one) {
-      ProportionOptions options;
-      options.averageSize = settings->averageLimits;
-      options.laney = settings->laney;
-      if (phase_one != nullptr) options.centre = phase_one->centre, options.sigmaZ = phase_one->sigmaZ;
-      return PChartLimits(stage, options);
+      return PChartLimits(stage, {.averageSize = settings->averageLimits, .laney = settings->laney}, phase_one);
     };
     const std::string statistic = settings->laney ? "p'" : "p";
     const ChartOptions options = ChartOptionsOf(host, samples.counts.size());
@@ -270,7 +266,7 @@ void UView(shell::Host& host) {
   RunChartComputation(host, name, [&] {
     AttributeSamples samples{std::move(block.sizes), std::move(block.counts)};
     const AttributeLimitsOf limits_of = [](const AttributeSamples& stage, const AttributeChartLimits* phase_one) {
-      return UChartLimits(stage, phase_one != nullptr ? std::optional<double>(phase_one->centre) : std::nullopt);
+      return UChartLimits(stage, phase_one);
     };
     const ChartOptions options = ChartOptionsOf(host, samples.counts.size());
     double sigma_z = 1.0;

@@ -140,16 +140,14 @@ std::unique_ptr<shell::DialogModel> MakeRuleSettings() { return std::make_unique
 
 ChartRuleSettings RuleSettingsInForce(shell::Host& host) {
   const shell::CommandRun* run = host.Recording();
-  if (host.Replaying() && run != nullptr) {
-    for (const shell::ControlSetting& setting : run->settings) {
-      if (setting.dialog != kDialogName) continue;
-      RuleSettingsDialog dialog;
-      shell::RestoreControlStates(dialog, run->settings);
-      if (const auto settings = dialog.Read()) return *settings;
-      break;
-    }
-  }
-  return host.Settings().Last<ChartRuleSettings>();
+  if (!host.Replaying() || run == nullptr) return host.Settings().Last<ChartRuleSettings>();
+  return RulesOfRun(*run);
+}
+
+ChartRuleSettings RulesOfRun(const shell::CommandRun& run) {
+  RuleSettingsDialog dialog;
+  shell::RestoreControlStates(dialog, run.settings);
+  return dialog.Read().value_or(ChartRuleSettings{});
 }
 
 std::vector<shell::ControlSetting> RuleSettingStates(const ChartRuleSettings& settings) {

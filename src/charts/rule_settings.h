@@ -62,6 +62,9 @@ std::unique_ptr<shell::DialogModel> MakeRuleSettings();
 // ones its run recorded (a chart keeps the rules it was made with);
 // otherwise the program-wide ones.
 ChartRuleSettings RuleSettingsInForce(shell::Host& host);
+// The rules and stages a run recorded: the default ones where it recorded
+// none (it ran before any were chosen).
+ChartRuleSettings RulesOfRun(const shell::CommandRun& run);
 
 // The program-wide settings as the dialog's control states, to be saved
 // with a project, and back: `states` are applied to the dialog and
