@@ -22,8 +22,6 @@ inline constexpr CodeMask RuleBit(char letter) { return static_cast<CodeMask>(2u
 inline constexpr char kFirstRule = 'A';
 inline constexpr char kLastRule = 'N';
 inline constexpr std::size_t kRuleCount = kLastRule - kFirstRule + 1;
-// How many different masks there are: "* " and rules A to N.
-inline constexpr std::size_t kCodeMaskCount = std::size_t{1} << (kRuleCount + 1);
 
 // What a rule looks for. Rules with a window count k points of m; the
 // others look for k successive points.

@@ -185,7 +185,7 @@ TEST(RuleProfilesTest, TheDefaultLegendLinesReadAsTheClassicOnes) {
   for (char letter = 'J'; letter <= 'N'; ++letter) EXPECT_FALSE(rules[letter].on) << letter;
 }
 
-TEST(CheckRunRulesTest, AMillionPointsRunThroughAllRulesInWellUnderASecond) {
+TEST(CheckRunRulesTest, AMillionPointsRunThroughEachProfileInWellUnderASecond) {
   std::mt19937 generator(7);
   std::normal_distribution<double> normal(0.0, 1.0);
   std::vector<double> values(1'000'000);
@@ -202,9 +202,9 @@ TEST(CheckRunRulesTest, AMillionPointsRunThroughAllRulesInWellUnderASecond) {
   // The sanitizer build runs unoptimised and instrumented; a quadratic
   // marking would still take hours there, so a loose bound keeps the check.
 #ifdef NDEBUG
-  EXPECT_LT(seconds, 1.0);
+  EXPECT_LT(seconds, 4 * 0.5);
 #else
-  EXPECT_LT(seconds, 30.0);
+  EXPECT_LT(seconds, 4 * 30.0);
 #endif
   EXPECT_EQ(codes[199'999].substr(0, 4), "A B ");
 }
