@@ -113,6 +113,11 @@ ControlChart MovingRangeChart(shell::Host& host, const std::vector<double>& valu
   std::vector<double> ranges = MovingRanges(values);
   const ChartOptions options = ChartOptionsOf(host, ranges.size(), 1);
   ControlChart chart = RuledChart("MR", std::move(ranges), RangeLimits(host, values, index), options, 2.0);
+  // A range across a stage boundary measures the change between the
+  // stages, not the process: it is drawn but carries no code.
+  const std::vector<std::string> labels = ChartOptionsOf(host, values.size()).stageLabels;
+  for (std::size_t j = 0; j + 1 < labels.size(); ++j)
+    if (labels[j] != labels[j + 1]) chart.codes[j] = 0;
   chart.seriesName = "Moving Range";
   chart.labelDecimals = 6;
   chart.valueDecimals = 12;
