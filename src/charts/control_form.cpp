@@ -125,12 +125,14 @@ void DrawChart(const ControlChart& chart, shell::ChartSeries& series) {
     limit.dashed = dashed;
     series.lines.push_back(std::move(limit));
   };
-  // Each stage begins at a dashed vertical line labelled with the stage.
+  // Each stage begins at a grey dashed vertical line labelled with the
+  // stage.
   for (const ChartStage& stage : chart.stages) {
     shell::ChartLine start;
     start.orientation = shell::LineOrientation::Vertical;
     start.value = stage.first < chart.x.size() ? chart.x[stage.first] - 0.5 : 0.5;
     start.label = stage.label;
+    start.color = shell::Rgb{0x808080};
     start.dashed = true;
     series.lines.push_back(std::move(start));
   }

@@ -20,6 +20,22 @@ std::string RuleName(char letter) { return std::string("Rule") + letter; }
 std::string CountName(char letter) { return RuleName(letter) + "Ktxt"; }
 std::string WindowName(char letter) { return RuleName(letter) + "Mtxt"; }
 
+// What the rule's check box says it looks for.
+const char* RuleCaption(RuleKind kind) {
+  switch (kind) {
+    case RuleKind::OneSideRun: return "K points in a row on one side of CL";
+    case RuleKind::Trend: return "K points in a row rising or falling";
+    case RuleKind::OneSideWindow: return "K of M points on one side of CL";
+    case RuleKind::ZoneWindow: return "K of M points between 2 and 3 sigma";
+    case RuleKind::BeyondTwoWindow: return "K of M points beyond 2 sigma, same side";
+    case RuleKind::BeyondOneWindow: return "K of M points beyond 1 sigma, same side";
+    case RuleKind::Alternating: return "K points in a row alternating up and down";
+    case RuleKind::WithinOneRun: return "K points in a row within 1 sigma";
+    case RuleKind::BeyondOneRun: return "K points in a row beyond 1 sigma, either side";
+  }
+  return "";
+}
+
 // A count of points: a whole number from `least` to kMostPoints.
 std::optional<int> ReadCount(const std::string& text, int least) {
   const auto number = worksheet::ParseCellNumber(text);
@@ -34,15 +50,14 @@ RuleSettingsDialog::RuleSettingsDialog() : shell::DialogModel(kDialogName, "Rule
   AddOptionButton("ProfileWestern", "profile").caption = "Western Electric";
   AddOptionButton("ProfileNelson", "profile").caption = "Nelson";
   AddOptionButton("ProfileCustom", "profile").caption = "Custom";
-  for (char letter = kFirstRule; letter <= kLastRule; ++letter) {
-    // The legend line without its code and counts names the test.
-    AddCheckBox(RuleName(letter)).caption = std::string("Test ") + letter;
-    AddTextBox(CountName(letter)).caption = std::string(1, letter) + ": points (k)";
-    if (HasWindow(KindOf(letter))) AddTextBox(WindowName(letter)).caption = std::string(1, letter) + ": out of (m)";
-  }
   AddCheckBox("Stages").caption = "Stages";
   AddTextBox("StageColtxt").caption = "Stage column";
   AddCheckBox("Historical").caption = "Historical limits";
+  for (char letter = kFirstRule; letter <= kLastRule; ++letter) {
+    AddCheckBox(RuleName(letter)).caption = std::string(1, letter) + ": " + RuleCaption(KindOf(letter));
+    AddTextBox(CountName(letter)).caption = "      K";
+    if (HasWindow(KindOf(letter))) AddTextBox(WindowName(letter)).caption = "      M";
+  }
   AddCommandButton("CmdOk", "OK");
   AddCommandButton("CmdCancel", "Cancel");
   ShowRules(RuleSet::Default());

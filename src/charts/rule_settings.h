@@ -31,10 +31,10 @@ struct ChartRuleSettings {
 
 // The dialog RuleSettings: option buttons ProfileDefault (chosen at first),
 // ProfileWestern, ProfileNelson, which fill in their rules, and
-// ProfileCustom, which a change to any rule chooses; per rule L from A to N
-// a check box RuleL and the count RuleLKtxt, and for the rules with a
-// window (C to K) its length RuleLMtxt; the check box Stages with the
-// stage column StageColtxt and the check box Historical; CmdOk, CmdCancel.
+// ProfileCustom, which a change to any rule chooses; the check box Stages
+// with the stage column StageColtxt and the check box Historical; per rule
+// L from A to N a check box RuleL and the count RuleLKtxt, and for the
+// rules with a window (C to K) its length RuleLMtxt; CmdOk, CmdCancel.
 // OK stores the choice program-wide.
 class RuleSettingsDialog : public shell::DialogModel {
  public:
