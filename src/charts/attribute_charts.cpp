@@ -3,6 +3,7 @@
 #include <string>
 
 #include "charts/chart_limits.h"
+#include "charts/chart_stages.h"
 #include "charts/control_charts.h"
 #include "charts/control_form.h"
 #include "shell/analysis_input.h"
@@ -91,10 +92,13 @@ void CView(shell::Host& host) {
   std::vector<double> counts;
   if (!ReadCounts(host, name, "Please select one column only ", counts)) return;
   RunChartComputation(host, name, [&] {
-    ControlLimits limits = CLimits(counts);
-    ApplyGivenLimits(host.Settings().givenLimits, 0, kCSigma, limits);
-    ControlChart chart = MakeControlChart("c", counts, limits);
-    FinishChart(chart);
+    const StageLimits limits_of = [&](std::size_t first, std::size_t count) {
+      ControlLimits limits = CLimits({counts.begin() + static_cast<long>(first),
+                                      counts.begin() + static_cast<long>(first + count)});
+      ApplyGivenLimits(host.Settings().givenLimits, 0, kCSigma, limits);
+      return limits;
+    };
+    const ControlChart chart = RuledChart("c", counts, limits_of, ChartOptionsOf(host, counts.size()));
     host.ShowResultWindow(OneChartWindow("c control chart", "mnuC", chart));
   });
   host.Log().AppendSessionLine(CompletedLine(name));
@@ -110,11 +114,14 @@ void PnView(shell::Host& host) {
   const auto size = shell::AskParameters(host, dialog);
   if (!size) return;
   RunChartComputation(host, name, [&] {
-    ControlLimits limits = NpLimits(counts, size->n);
-    ApplyGivenLimits(host.Settings().givenLimits, 0, kNpSigma, limits);
-    ControlChart chart = MakeControlChart("np", counts, limits);
+    const StageLimits limits_of = [&](std::size_t first, std::size_t count) {
+      ControlLimits limits = NpLimits({counts.begin() + static_cast<long>(first),
+                                       counts.begin() + static_cast<long>(first + count)}, size->n);
+      ApplyGivenLimits(host.Settings().givenLimits, 0, kNpSigma, limits);
+      return limits;
+    };
+    ControlChart chart = RuledChart("np", counts, limits_of, ChartOptionsOf(host, counts.size()));
     chart.valueDecimals = 12;
-    FinishChart(chart);
     host.ShowResultWindow(OneChartWindow("np control chart", "mnuPn", chart));
   });
   host.Log().AppendSessionLine(CompletedLine(name));

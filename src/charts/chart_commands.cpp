@@ -7,6 +7,7 @@
 #include "charts/given_limits_dialog.h"
 #include "charts/moving_average_chart.h"
 #include "charts/proportion_charts.h"
+#include "charts/rule_settings.h"
 
 namespace orvik::charts {
 
@@ -70,6 +71,7 @@ std::vector<shell::DialogDeclaration> ChartDialogs() {
   return {
       {"ControlLimit", MakeControlLimit, true},
       {"ControlTwoLimit", MakeControlTwoLimit, true},
+      {"RuleSettings", MakeRuleSettings, true},
       {"Selection", MakeSubgroupSelection},
       {"PnSubForm", MakePnSubForm},
       {"CUSUMForm", MakeCUSUMForm},

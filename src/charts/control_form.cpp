@@ -40,7 +40,23 @@ ControlChart MakeControlChart(std::string statistic, std::vector<double> values,
   return chart;
 }
 
-void FinishChart(ControlChart& chart) { chart.codes = OutOfControlMasks(chart.values.Values(), chart.limits); }
+void FinishChart(ControlChart& chart) {
+  const std::vector<double>& values = chart.values.Values();
+  if (chart.stages.empty()) {
+    chart.codes = OutOfControlMasks(values, chart.limits, chart.rules);
+    return;
+  }
+  chart.codes.assign(values.size(), 0);
+  for (std::size_t s = 0; s < chart.stages.size(); ++s) {
+    const std::size_t first = chart.stages[s].first;
+    const std::size_t end = s + 1 < chart.stages.size() ? chart.stages[s + 1].first : values.size();
+    const ControlLimits& l = chart.stages[s].limits;
+    for (std::size_t i = first; i < end; ++i)
+      if (values[i] < l.LCL || values[i] > l.UCL) chart.codes[i] |= kOutOfLimits;
+    CheckRunRules(std::span<const double>(values).subspan(first, end - first), l.CL, l.UCL, l.UpperTwoSigma, l.LCL,
+                  l.LowerTwoSigma, std::span<CodeMask>(chart.codes).subspan(first, end - first), chart.rules);
+  }
+}
 
 std::string LimitLabel(const std::string& prefix, double limit, int decimals) {
   return prefix + FormatNumber(Round(limit, decimals));
@@ -71,11 +87,17 @@ void DrawSteppedLimits(const ControlChart& chart, shell::ChartSeries& series) {
     stepped("Lower 2 sigma", steps.LowerTwoSigma, true);
   }
   const ControlLimits& l = chart.limits;
-  shell::ChartLine centre;
-  centre.value = l.CL;
-  centre.label = LimitLabel("CL= ", l.CL, chart.labelDecimals);
-  centre.color = shell::kBlue;
-  series.lines.push_back(std::move(centre));
+  if (steps.CL.empty()) {
+    shell::ChartLine centre;
+    centre.value = l.CL;
+    centre.label = LimitLabel("CL= ", l.CL, chart.labelDecimals);
+    centre.color = shell::kBlue;
+    series.lines.push_back(std::move(centre));
+  } else {
+    stepped("CL", steps.CL, false);
+    series.series.back().color = shell::kBlue;
+    series.labels.push_back({LimitLabel("CL= ", l.CL, chart.labelDecimals), std::nullopt, l.CL});
+  }
   series.labels.push_back({LimitLabel("UCL= ", l.UCL, chart.labelDecimals), std::nullopt, l.UCL});
   series.labels.push_back({LimitLabel("LCL= ", l.LCL, chart.labelDecimals), std::nullopt, l.LCL});
 }
@@ -103,6 +125,17 @@ void DrawChart(const ControlChart& chart, shell::ChartSeries& series) {
     limit.dashed = dashed;
     series.lines.push_back(std::move(limit));
   };
+  // Each stage begins at a grey dashed vertical line labelled with the
+  // stage.
+  for (const ChartStage& stage : chart.stages) {
+    shell::ChartLine start;
+    start.orientation = shell::LineOrientation::Vertical;
+    start.value = stage.first < chart.x.size() ? chart.x[stage.first] - 0.5 : 0.5;
+    start.label = stage.label;
+    start.color = shell::Rgb{0x808080};
+    start.dashed = true;
+    series.lines.push_back(std::move(start));
+  }
   const ControlLimits& l = chart.limits;
   if (chart.pointLimits) {
     DrawSteppedLimits(chart, series);
@@ -119,7 +152,9 @@ void DrawChart(const ControlChart& chart, shell::ChartSeries& series) {
 
 shell::GridColumn CodeColumn(const std::vector<CodeMask>& codes, std::size_t count) {
   // Each code's text is made once; a point's cell holds its code's bits.
-  std::vector<std::string> texts(kCodeMaskCount);
+  CodeMask highest = 0;
+  for (std::size_t i = 0; i < std::min(count, codes.size()); ++i) highest = std::max(highest, codes[i]);
+  std::vector<std::string> texts(std::size_t{highest} + 1);
   std::vector<std::uint32_t> indices(count, 0);
   for (std::size_t i = 0; i < std::min(count, codes.size()); ++i) {
     const CodeMask mask = codes[i];
@@ -138,7 +173,10 @@ void AppendChartColumns(const ControlChart& chart, std::size_t first_row, std::v
       return shell::GridColumn::Numbers(limits, shell::NumberDisplay::Shortest());
     };
     block.push_back(each(chart.pointLimits->UCL).StartingAt(first_row));
-    block.push_back(shell::GridColumn::Repeated(FormatNumber(chart.limits.CL), count).StartingAt(first_row));
+    if (chart.pointLimits->CL.empty())
+      block.push_back(shell::GridColumn::Repeated(FormatNumber(chart.limits.CL), count).StartingAt(first_row));
+    else
+      block.push_back(each(chart.pointLimits->CL).StartingAt(first_row));
     block.push_back(each(chart.pointLimits->LCL).StartingAt(first_row));
   } else {
     for (const double limit : {chart.limits.UCL, chart.limits.CL, chart.limits.LCL})
@@ -147,7 +185,7 @@ void AppendChartColumns(const ControlChart& chart, std::size_t first_row, std::v
   block.push_back(CodeColumn(chart.codes, count).StartingAt(first_row));
 }
 
-void AppendLegend(shell::ResultTable& table, const std::string& heading, std::size_t width) {
+void AppendLegend(shell::ResultTable& table, const std::string& heading, std::size_t width, const RuleSet& rules) {
   const auto legend_row = [width](std::string text) {
     std::vector<std::string> row(width);
     row[0] = std::move(text);
@@ -157,7 +195,10 @@ void AppendLegend(shell::ResultTable& table, const std::string& heading, std::si
   shell::RowStyle blue;
   blue.foreground = shell::kBlue;
   table.AddRow(legend_row(heading), blue);
-  for (const char* line : kLegendLines) table.AddRow(legend_row(line));
+  table.AddRow(legend_row(kLegendLines[0]));
+  table.AddRow(legend_row(kLegendLines[1]));
+  for (char letter = kFirstRule; letter <= kLastRule; ++letter)
+    if (rules[letter].on) table.AddRow(legend_row(LegendLine(letter, rules[letter])));
 }
 
 shell::ResultTable OneChartTable(const ControlChart& chart) {
@@ -171,7 +212,7 @@ shell::ResultTable OneChartTable(const ControlChart& chart) {
     table.columns.push_back(heading);
   AppendChartColumns(chart, 0, block);
   table.AddColumns(std::move(block));
-  AppendLegend(table, chart.legendHeading, table.columns.size());
+  AppendLegend(table, chart.legendHeading, table.columns.size(), chart.rules);
   return table;
 }
 
@@ -189,7 +230,7 @@ shell::ResultTable TwoChartTable(const ControlChart& upper, const ControlChart& 
   AppendChartColumns(upper, first_row(upper), block);
   AppendChartColumns(lower, first_row(lower), block);
   table.AddColumns(std::move(block));
-  AppendLegend(table, heading, table.columns.size());
+  AppendLegend(table, heading, table.columns.size(), upper.rules);
   return table;
 }
 

@@ -20,10 +20,20 @@ namespace orvik::charts {
 inline constexpr const char* kOneChartLegendHeading = " [Out-of-control Code] ";
 extern const char* const kLegendLines[11];
 
-// Limits that follow each point's sample size, one value per point in each
-// series (p and u charts of samples of different sizes).
+// Limits that follow each point's sample size or stage, one value per point
+// in each series (p and u charts of samples of different sizes, charts in
+// stages). CL is empty where the centre line is the chart's one CL.
 struct PointLimits {
   shell::NumberSeries UCL, LCL, UpperTwoSigma, LowerTwoSigma;
+  shell::NumberSeries CL;
+};
+
+// One stage of a chart: its first point (0-based), its label and the limits
+// its points are judged by.
+struct ChartStage {
+  std::size_t first = 0;
+  std::string label;
+  ControlLimits limits;
 };
 
 // A grid column shown before the plotted values, with its heading.
@@ -53,13 +63,19 @@ struct ControlChart {
   std::vector<LeadingColumn> leadingColumns;
   // The heading of a one-chart legend.
   std::string legendHeading = kOneChartLegendHeading;
+  // The run rules the codes follow; the legend lists those in force.
+  RuleSet rules = RuleSet::Default();
+  // The stages, in point order, when the chart is split into stages: the
+  // rules start afresh at each, and the chart marks where each begins.
+  std::vector<ChartStage> stages;
 };
 
 // Plots the points 1..N (or `first_sample`..) of `values` as a chart.
 ControlChart MakeControlChart(std::string statistic, std::vector<double> values, const ControlLimits& limits,
                               double first_sample = 1.0);
 
-// Applies the out-of-limit test and rules A to I to the chart's values.
+// Applies the out-of-limit test and the chart's rules to its values, stage
+// by stage against each stage's limits when it has stages.
 void FinishChart(ControlChart& chart);
 
 // The label of a limit line: "UCL= " and so on followed by the shortest
@@ -78,9 +94,11 @@ shell::GridColumn CodeColumn(const std::vector<CodeMask>& codes, std::size_t cou
 // the chart plots them, rounded for display, the three limits repeated down
 // the grid and the out-of-control codes.
 void AppendChartColumns(const ControlChart& chart, std::size_t first_row, std::vector<shell::GridColumn>& block);
-// The thirteen rows under the data: an empty row, `heading` in blue and the
-// eleven code lines, each in the first of `width` cells.
-void AppendLegend(shell::ResultTable& table, const std::string& heading, std::size_t width);
+// The rows under the data: an empty row, `heading` in blue, the lines of
+// "* " and "Run", and the line of each rule in force, each in the first of
+// `width` cells. The default rules give the thirteen classic rows.
+void AppendLegend(shell::ResultTable& table, const std::string& heading, std::size_t width,
+                  const RuleSet& rules = RuleSet::Default());
 
 // The result grid of a one-chart window: the leading columns, statistic,
 // "UCL", "CL", "LCL", "Out-of-control Code", one row per point, then the

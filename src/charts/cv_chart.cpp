@@ -8,6 +8,7 @@
 #include <string>
 
 #include "charts/chart_limits.h"
+#include "charts/chart_stages.h"
 #include "charts/control_charts.h"
 #include "charts/control_form.h"
 #include "stats/coefficient_of_variation.h"
@@ -145,14 +146,17 @@ void CVView(shell::Host& host) {
   const auto settings = shell::AskParameters(host, dialog);
   if (!settings) return;
   RunChartComputation(host, name, [&] {
-    std::vector<double> cvs = SubgroupCVs(groups);
-    const double in_control = settings->inControlCV.value_or(RootMeanSquareCV(cvs));
-    ControlLimits limits = CVLimits(groups.size, in_control, settings->alpha);
-    ApplyGivenLimits(host.Settings().givenLimits, 0, kGivenSigma, limits);
-    ControlChart chart = MakeControlChart("CV", std::move(cvs), limits);
+    const std::vector<double> cvs = SubgroupCVs(groups);
+    const StageLimits limits_of = [&](std::size_t first, std::size_t count) {
+      const double in_control = settings->inControlCV.value_or(
+          RootMeanSquareCV({cvs.begin() + static_cast<long>(first), cvs.begin() + static_cast<long>(first + count)}));
+      ControlLimits limits = CVLimits(groups.size, in_control, settings->alpha);
+      ApplyGivenLimits(host.Settings().givenLimits, 0, kGivenSigma, limits);
+      return limits;
+    };
+    ControlChart chart = RuledChart("CV", cvs, limits_of, ChartOptionsOf(host, cvs.size()));
     chart.valueDecimals = kDecimals;
     chart.labelDecimals = kDecimals;
-    FinishChart(chart);
     host.ShowResultWindow(OneChartWindow("CV control chart", "mnuCV", chart));
   });
   host.Log().AppendSessionLine(CompletedLine(name));

@@ -4,10 +4,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <string>
 #include <vector>
 
 #include "charts/chart_limits.h"
+#include "charts/chart_stages.h"
 #include "charts/control_form.h"
 #include "charts/proportion_limits.h"
 #include "shell/analysis_input.h"
@@ -121,28 +123,91 @@ class PSubForm : public shell::DialogModel {
   PChartSettings result_;
 };
 
+// The limits of one stage's samples; `phase_one`, when given, is the first
+// stage's limits, whose centre line (and sigma_z) the stage then takes.
+using AttributeLimitsOf =
+    std::function<AttributeChartLimits(const AttributeSamples& samples, const AttributeChartLimits* phase_one)>;
+
+// The samples first..first + count - 1.
+AttributeSamples StageSamples(const AttributeSamples& samples, std::size_t first, std::size_t count) {
+  const auto part = [first, count](const std::vector<double>& v) {
+    return std::vector<double>(v.begin() + static_cast<long>(first), v.begin() + static_cast<long>(first + count));
+  };
+  return {part(samples.sizes), part(samples.counts)};
+}
+
+// The limits of every stage laid end to end, the centre line per point
+// where the stages' centres differ, and the codes of each stage against
+// its own centre, the rules starting afresh at each stage.
+AttributeChartLimits StagedLimits(const AttributeSamples& samples, const AttributeLimitsOf& limits_of,
+                                  const ChartOptions& options, std::vector<ChartStage>& stages,
+                                  std::vector<double>& centres, std::vector<CodeMask>& codes) {
+  AttributeChartLimits all;
+  std::optional<AttributeChartLimits> first_stage;
+  const std::size_t total = samples.counts.size();
+  for (std::size_t s = 0; s < stages.size(); ++s) {
+    const std::size_t first = stages[s].first;
+    const std::size_t count = (s + 1 < stages.size() ? stages[s + 1].first : total) - first;
+    AttributeChartLimits stage = limits_of(StageSamples(samples, first, count),
+                                           s > 0 && options.historical ? &*first_stage : nullptr);
+    const auto masks = StandardizedOutOfControlMasks(stage.ratios, stage.centre, stage.UCL, stage.LCL,
+                                                     stage.standardized, options.rules);
+    codes.insert(codes.end(), masks.begin(), masks.end());
+    centres.insert(centres.end(), count, stage.centre);
+    stages[s].limits = stage.At(count - 1);
+    const auto append = [](std::vector<double>& to, const std::vector<double>& from) {
+      to.insert(to.end(), from.begin(), from.end());
+    };
+    append(all.ratios, stage.ratios), append(all.UCL, stage.UCL), append(all.LCL, stage.LCL);
+    append(all.UpperTwoSigma, stage.UpperTwoSigma), append(all.LowerTwoSigma, stage.LowerTwoSigma);
+    append(all.standardized, stage.standardized);
+    all.centre = stage.centre;
+    all.sigmaZ = stage.sigmaZ;
+    if (s == 0) first_stage = std::move(stage);
+  }
+  return all;
+}
+
 // The chart of a p or u chart's numbers: the sizes and counts lead the
 // grid, and unless the user's given limits replace them the limits step
-// with the sizes. Rules G to I then judge each point by its standardized
-// value rather than by the drawn sigma lines, which the floor at 0 and the
-// cap at 1 may have moved.
-ControlChart AttributeChart(const std::string& statistic, AttributeSamples samples, AttributeChartLimits limits,
-                            const shell::GivenLimits& given) {
+// with the sizes (and the stages). Rules G to N then judge each point by
+// its standardized value rather than by the drawn sigma lines, which the
+// floor at 0 and the cap at 1 may have moved. `sigma_z` receives Laney's
+// sigma_z of the last stage.
+ControlChart AttributeChart(const std::string& statistic, AttributeSamples samples, const AttributeLimitsOf& limits_of,
+                            const shell::GivenLimits& given, const ChartOptions& options, double& sigma_z) {
+  std::vector<ChartStage> stages = SplitStages(options.stageLabels);
+  std::vector<double> centres;
+  std::vector<CodeMask> codes;
+  AttributeChartLimits limits = stages.empty() ? limits_of(samples, nullptr)
+                                               : StagedLimits(samples, limits_of, options, stages, centres, codes);
+  sigma_z = limits.sigmaZ;
   const std::size_t last = limits.ratios.size() - 1;
   ControlChart chart = MakeControlChart(statistic, limits.ratios, limits.At(last));
+  chart.rules = options.rules;
   chart.leadingColumns.push_back(
       {"Sample size", shell::GridColumn::Numbers(std::move(samples.sizes), shell::NumberDisplay::Shortest())});
   chart.leadingColumns.push_back(
       {"Nonconformity", shell::GridColumn::Numbers(std::move(samples.counts), shell::NumberDisplay::Shortest())});
   if (ApplyGivenLimits(given, 0, kTenSixesSigma, chart.limits)) {
+    for (ChartStage& stage : stages) stage.limits = chart.limits;
+    chart.stages = std::move(stages);
     FinishChart(chart);
     return chart;
   }
-  chart.codes = StandardizedOutOfControlMasks(chart.values.Values(), limits.centre, limits.UCL, limits.LCL,
-                                              limits.standardized);
-  if (limits.Stepped())
+  if (stages.empty()) {
+    chart.codes = StandardizedOutOfControlMasks(chart.values.Values(), limits.centre, limits.UCL, limits.LCL,
+                                                limits.standardized, options.rules);
+  } else {
+    chart.codes = std::move(codes);
+    chart.stages = std::move(stages);
+  }
+  const bool centre_steps = !centres.empty() && std::any_of(centres.begin(), centres.end(),
+                                                             [&](double c) { return c != centres.front(); });
+  if (limits.Stepped() || centre_steps)
     chart.pointLimits = PointLimits{std::move(limits.UCL), std::move(limits.LCL), std::move(limits.UpperTwoSigma),
-                                    std::move(limits.LowerTwoSigma)};
+                                    std::move(limits.LowerTwoSigma),
+                                    centre_steps ? shell::NumberSeries(std::move(centres)) : shell::NumberSeries()};
   return chart;
 }
 
@@ -170,12 +235,14 @@ void PView(shell::Host& host) {
   if (settings->constantSize) block.sizes.assign(block.counts.size(), settings->size);
   RunChartComputation(host, name, [&] {
     AttributeSamples samples{std::move(block.sizes), std::move(block.counts)};
-    AttributeChartLimits limits =
-        PChartLimits(samples, {.averageSize = settings->averageLimits, .laney = settings->laney});
-    const double sigma_z = limits.sigmaZ;
+    const AttributeLimitsOf limits_of = [&](const AttributeSamples& stage, const AttributeChartLimits* phase_one) {
+      return PChartLimits(stage, {.averageSize = settings->averageLimits, .laney = settings->laney}, phase_one);
+    };
     const std::string statistic = settings->laney ? "p'" : "p";
+    const ChartOptions options = ChartOptionsOf(host, samples.counts.size());
+    double sigma_z = 1.0;
     ControlChart chart =
-        AttributeChart(statistic, std::move(samples), std::move(limits), host.Settings().givenLimits);
+        AttributeChart(statistic, std::move(samples), limits_of, host.Settings().givenLimits, options, sigma_z);
     if (settings->laney) chart.legendHeading = " [p' Out-of-control Code] ";
     shell::ResultWindow window = OneChartWindow(statistic + " control chart", "mnuP", chart);
     if (settings->laney)
@@ -198,8 +265,13 @@ void UView(shell::Host& host) {
   host.Log().AppendSessionLine(StartingLine(name));
   RunChartComputation(host, name, [&] {
     AttributeSamples samples{std::move(block.sizes), std::move(block.counts)};
-    AttributeChartLimits limits = UChartLimits(samples);
-    ControlChart chart = AttributeChart("u", std::move(samples), std::move(limits), host.Settings().givenLimits);
+    const AttributeLimitsOf limits_of = [](const AttributeSamples& stage, const AttributeChartLimits* phase_one) {
+      return UChartLimits(stage, phase_one);
+    };
+    const ChartOptions options = ChartOptionsOf(host, samples.counts.size());
+    double sigma_z = 1.0;
+    ControlChart chart =
+        AttributeChart("u", std::move(samples), limits_of, host.Settings().givenLimits, options, sigma_z);
     host.ShowResultWindow(OneChartWindow("u control chart", "mnuU", chart));
   });
   host.Log().AppendSessionLine(CompletedLine(name));

@@ -90,15 +90,19 @@ double LaneySigmaZ(const std::vector<double>& z) {
   return ranges.Value() / static_cast<double>(z.size() - 1) / kD2OfTwo;
 }
 
-AttributeChartLimits PChartLimits(const AttributeSamples& samples, const ProportionOptions& options) {
+AttributeChartLimits PChartLimits(const AttributeSamples& samples, const ProportionOptions& options,
+                                  const AttributeChartLimits* phase_one) {
   AttributeChartLimits out;
   RatiosAndCentre(samples, out);
+  if (phase_one != nullptr) out.centre = phase_one->centre;
   const double p_bar = out.centre;
   if (!(p_bar >= 0.0 && p_bar <= 1.0)) throw ChartComputationError("proportion outside [0, 1]");
   const std::size_t k = samples.sizes.size();
   const double n_bar = stats::CompensatedTotal(samples.sizes) / static_cast<double>(k);
   const auto size_of = [&](std::size_t i) { return options.averageSize ? n_bar : samples.sizes[i]; };
-  if (options.laney) {
+  if (options.laney && phase_one != nullptr) {
+    out.sigmaZ = phase_one->sigmaZ;
+  } else if (options.laney) {
     // z_i always at the sample's own size: sigma_z measures how far the
     // samples scatter beyond their binomial sigma, whatever the limits use.
     std::vector<double> z(k);
@@ -120,9 +124,10 @@ AttributeChartLimits PChartLimits(const AttributeSamples& samples, const Proport
   return out;
 }
 
-AttributeChartLimits UChartLimits(const AttributeSamples& samples) {
+AttributeChartLimits UChartLimits(const AttributeSamples& samples, const AttributeChartLimits* phase_one) {
   AttributeChartLimits out;
   RatiosAndCentre(samples, out);
+  if (phase_one != nullptr) out.centre = phase_one->centre;
   const double u_bar = out.centre;
   if (!(u_bar >= 0.0)) throw ChartComputationError("negative count");
   const auto sigma_of = [&](double n) { return std::sqrt(u_bar / n); };

@@ -55,12 +55,16 @@ double LaneySigmaZ(const std::vector<double>& z);
 // Laney the limits are p-bar +- 3 sigma_i sigma_z, where sigma_z comes from
 // z_i = (p_i - p-bar) / sigma_i at each sample's own n. Throws
 // ChartComputationError when there is no sample or no unit.
-AttributeChartLimits PChartLimits(const AttributeSamples& samples, const ProportionOptions& options);
+// With `phase_one` (the limits of an earlier phase) its centre line and
+// sigma_z replace the samples' own.
+AttributeChartLimits PChartLimits(const AttributeSamples& samples, const ProportionOptions& options,
+                                  const AttributeChartLimits* phase_one = nullptr);
 
 // The u chart: u_i = c_i / n_i, u-bar = Round(sum c / sum n, 8),
 // UCL_i = Round(u-bar + 3 sqrt(u-bar / n_i), 8), LCL_i likewise floored at
 // 0, sigma lines at 2 sigma (the lower one floored at 0 too). Throws
 // ChartComputationError when there is no sample or no inspection unit.
-AttributeChartLimits UChartLimits(const AttributeSamples& samples);
+// With `phase_one` its u-bar replaces the samples' own.
+AttributeChartLimits UChartLimits(const AttributeSamples& samples, const AttributeChartLimits* phase_one = nullptr);
 
 }  // namespace orvik::charts

@@ -4,6 +4,7 @@
 
 #include "charts/chart_input.h"
 #include "charts/chart_limits.h"
+#include "charts/chart_stages.h"
 #include "charts/control_charts.h"
 #include "charts/control_form.h"
 #include "shell/analysis_input.h"
@@ -61,21 +62,65 @@ const shell::GivenLimits& Given(shell::Host& host) { return host.Settings().give
 SigmaRule XbarRangeSigma(long n) { return n <= 25 ? kXbarRangeSigma : kTwoOfThreeSigma; }
 SigmaRule XbarSSigma(long n) { return n <= 25 ? kTenSixesSigma : kTwoOfThreeSigma; }
 
-ControlChart FinishedChart(std::string statistic, std::vector<double> values, const ControlLimits& limits,
-                           double first_sample = 1.0) {
-  ControlChart chart = MakeControlChart(std::move(statistic), std::move(values), limits, first_sample);
-  FinishChart(chart);
-  return chart;
+// The mean of values first..first + count - 1.
+double MeanOf(const std::vector<double>& values, std::size_t first, std::size_t count) {
+  return stats::CompensatedMean(std::span<const double>(values).subspan(first, count));
+}
+
+// The limits of subgroups first..first + count - 1: `limits` from their
+// grand mean, R-bar and s-bar, then the user's given set `index` with its
+// sigma rule.
+template <class Limits>
+StageLimits SubgroupLimits(shell::Host& host, const SubgroupStatistics& stats, int index, SigmaRule rule,
+                           Limits limits) {
+  return [&host, &stats, index, rule, limits](std::size_t first, std::size_t count) {
+    ControlLimits l = limits(MeanOf(stats.means, first, count), MeanOf(stats.ranges, first, count),
+                             MeanOf(stats.sds, first, count));
+    ApplyGivenLimits(Given(host), index, rule, l);
+    return l;
+  };
+}
+
+// The individual values of the x chart's points first..first + count - 1.
+StageLimits IndividualLimits(shell::Host& host, const std::vector<double>& values) {
+  return [&host, &values](std::size_t first, std::size_t count) {
+    const std::vector<double> stage(values.begin() + static_cast<long>(first),
+                                    values.begin() + static_cast<long>(first + count));
+    const double mean = stats::CompensatedTotal(stage) / static_cast<double>(stage.size());
+    ControlLimits l = IndividualsLimits(mean, MeanMovingRange(MovingRanges(stage)));
+    ApplyGivenLimits(Given(host), 0, kTenSixesSigma, l);
+    return l;
+  };
+}
+
+// The MR chart's points first..first + count - 1 are the ranges of the
+// values first + 1..first + count; their limits come from the ranges within
+// the stage of those values (for the first stage, from value 1 on).
+StageLimits RangeLimits(shell::Host& host, const std::vector<double>& values, int index) {
+  return [&host, &values, index](std::size_t first, std::size_t count) {
+    const std::size_t begin = first == 0 ? 0 : first + 1;
+    const std::vector<double> stage(values.begin() + static_cast<long>(begin),
+                                    values.begin() + static_cast<long>(first + count + 1));
+    ControlLimits l = MovingRangeLimits(MeanMovingRange(MovingRanges(stage)));
+    ApplyGivenLimits(Given(host), index, kMovingRangeSigma, l);
+    return l;
+  };
 }
 
 // The MR chart of individual values: moving ranges from sample 2 on, limit
 // labels to 6 places.
-ControlChart MovingRangeChart(const std::vector<double>& ranges, const ControlLimits& limits) {
-  ControlChart chart = MakeControlChart("MR", ranges, limits, 2.0);
+ControlChart MovingRangeChart(shell::Host& host, const std::vector<double>& values, int index) {
+  std::vector<double> ranges = MovingRanges(values);
+  const ChartOptions options = ChartOptionsOf(host, ranges.size(), 1);
+  ControlChart chart = RuledChart("MR", std::move(ranges), RangeLimits(host, values, index), options, 2.0);
+  // A range across a stage boundary measures the change between the
+  // stages, not the process: it is drawn but carries no code.
+  const std::vector<std::string> labels = ChartOptionsOf(host, values.size()).stageLabels;
+  for (std::size_t j = 0; j + 1 < labels.size(); ++j)
+    if (labels[j] != labels[j + 1]) chart.codes[j] = 0;
   chart.seriesName = "Moving Range";
   chart.labelDecimals = 6;
   chart.valueDecimals = 12;
-  FinishChart(chart);
   return chart;
 }
 
@@ -88,13 +133,15 @@ void XbarRView(shell::Host& host) {
     return;
   RunChartComputation(host, name, [&] {
     const SubgroupStatistics stats = ComputeSubgroupStatistics(groups);
-    ControlLimits xbar_limits = XbarLimitsFromRange(stats.grandMean, stats.rBar, stats.sBar, stats.n);
-    ControlLimits r_limits = RLimits(stats.rBar, stats.n);
-    ApplyGivenLimits(Given(host), 0, XbarRangeSigma(stats.n), xbar_limits);
-    ApplyGivenLimits(Given(host), 1, kTenSixesSigma, r_limits);
+    const long n = stats.n;
+    const ChartOptions options = ChartOptionsOf(host, stats.means.size());
+    const auto xbar = SubgroupLimits(host, stats, 0, XbarRangeSigma(n), [n](double mean, double r_bar, double s_bar) {
+      return XbarLimitsFromRange(mean, r_bar, s_bar, n);
+    });
+    const auto r = SubgroupLimits(host, stats, 1, kTenSixesSigma, [n](double, double r_bar, double) { return RLimits(r_bar, n); });
     host.ShowResultWindow(TwoChartWindow("xbar-R control chart", "mnuBarX-R",
-                                         FinishedChart("xbar", stats.means, xbar_limits),
-                                         FinishedChart("R", stats.ranges, r_limits), " [xbar & R Code] "));
+                                         RuledChart("xbar", stats.means, xbar, options),
+                                         RuledChart("R", stats.ranges, r, options), " [xbar & R Code] "));
   });
   host.Log().AppendSessionLine(CompletedLine(name));
 }
@@ -106,9 +153,12 @@ void XbarView(shell::Host& host) {
     return;
   RunChartComputation(host, name, [&] {
     const SubgroupStatistics stats = ComputeSubgroupStatistics(groups);
-    ControlLimits limits = XbarLimitsFromRange(stats.grandMean, stats.rBar, stats.sBar, stats.n);
-    ApplyGivenLimits(Given(host), 0, XbarRangeSigma(stats.n), limits);
-    host.ShowResultWindow(OneChartWindow("xbar control chart", "mnuBarX", FinishedChart("xbar", stats.means, limits)));
+    const long n = stats.n;
+    const auto xbar = SubgroupLimits(host, stats, 0, XbarRangeSigma(n), [n](double mean, double r_bar, double s_bar) {
+      return XbarLimitsFromRange(mean, r_bar, s_bar, n);
+    });
+    host.ShowResultWindow(OneChartWindow("xbar control chart", "mnuBarX",
+                                         RuledChart("xbar", stats.means, xbar, ChartOptionsOf(host, stats.means.size()))));
   });
   host.Log().AppendSessionLine(CompletedLine(name));
 }
@@ -120,9 +170,10 @@ void RView(shell::Host& host) {
     return;
   RunChartComputation(host, name, [&] {
     const SubgroupStatistics stats = ComputeSubgroupStatistics(groups);
-    ControlLimits limits = RLimits(stats.rBar, stats.n);
-    ApplyGivenLimits(Given(host), 0, kTenSixesSigma, limits);
-    host.ShowResultWindow(OneChartWindow("R control chart", "mnuR", FinishedChart("R", stats.ranges, limits)));
+    const long n = stats.n;
+    const auto r = SubgroupLimits(host, stats, 0, kTenSixesSigma, [n](double, double r_bar, double) { return RLimits(r_bar, n); });
+    host.ShowResultWindow(OneChartWindow("R control chart", "mnuR",
+                                         RuledChart("R", stats.ranges, r, ChartOptionsOf(host, stats.ranges.size()))));
   });
   host.Log().AppendSessionLine(CompletedLine(name));
 }
@@ -134,13 +185,15 @@ void XbarSView(shell::Host& host) {
     return;
   RunChartComputation(host, name, [&] {
     const SubgroupStatistics stats = ComputeSubgroupStatistics(groups);
-    ControlLimits xbar_limits = XbarLimitsFromS(stats.grandMean, stats.sBar, stats.n);
-    ControlLimits s_limits = SLimits(stats.sBar, stats.n);
-    ApplyGivenLimits(Given(host), 0, XbarSSigma(stats.n), xbar_limits);
-    ApplyGivenLimits(Given(host), 1, kTenSixesSigma, s_limits);
+    const long n = stats.n;
+    const ChartOptions options = ChartOptionsOf(host, stats.means.size());
+    const auto xbar = SubgroupLimits(host, stats, 0, XbarSSigma(n), [n](double mean, double, double s_bar) {
+      return XbarLimitsFromS(mean, s_bar, n);
+    });
+    const auto s = SubgroupLimits(host, stats, 1, kTenSixesSigma, [n](double, double, double s_bar) { return SLimits(s_bar, n); });
     host.ShowResultWindow(TwoChartWindow("xbar-s control chart", "mnuBarXS",
-                                         FinishedChart("xbar", stats.means, xbar_limits),
-                                         FinishedChart("s", stats.sds, s_limits), " [xbar & s Code] "));
+                                         RuledChart("xbar", stats.means, xbar, options),
+                                         RuledChart("s", stats.sds, s, options), " [xbar & s Code] "));
   });
   host.Log().AppendSessionLine(CompletedLine(name));
 }
@@ -152,9 +205,10 @@ void SView(shell::Host& host) {
     return;
   RunChartComputation(host, name, [&] {
     const SubgroupStatistics stats = ComputeSubgroupStatistics(groups);
-    ControlLimits limits = SLimits(stats.sBar, stats.n);
-    ApplyGivenLimits(Given(host), 0, kTenSixesSigma, limits);
-    host.ShowResultWindow(OneChartWindow("S control chart", "mnuS", FinishedChart("s", stats.sds, limits)));
+    const long n = stats.n;
+    const auto s = SubgroupLimits(host, stats, 0, kTenSixesSigma, [n](double, double, double s_bar) { return SLimits(s_bar, n); });
+    host.ShowResultWindow(OneChartWindow("S control chart", "mnuS",
+                                         RuledChart("s", stats.sds, s, ChartOptionsOf(host, stats.sds.size()))));
   });
   host.Log().AppendSessionLine(CompletedLine(name));
 }
@@ -164,15 +218,9 @@ void XMRView(shell::Host& host) {
   std::vector<double> values;
   if (!PrepareChartInput(host, name, true, [&] { return ReadIndividualValues(host, values); })) return;
   RunChartComputation(host, name, [&] {
-    const std::vector<double> ranges = MovingRanges(values);
-    const double mr_bar = MeanMovingRange(ranges);
-    const double mean = stats::CompensatedTotal(values) / static_cast<double>(values.size());
-    ControlLimits x_limits = IndividualsLimits(mean, mr_bar);
-    ControlLimits mr_limits = MovingRangeLimits(mr_bar);
-    ApplyGivenLimits(Given(host), 0, kTenSixesSigma, x_limits);
-    ApplyGivenLimits(Given(host), 1, kMovingRangeSigma, mr_limits);
-    host.ShowResultWindow(TwoChartWindow("x-MR control chart", "mnuX-Rs", FinishedChart("x", values, x_limits),
-                                         MovingRangeChart(ranges, mr_limits), " [x & MR Code] "));
+    ControlChart x = RuledChart("x", values, IndividualLimits(host, values), ChartOptionsOf(host, values.size()));
+    host.ShowResultWindow(
+        TwoChartWindow("x-MR control chart", "mnuX-Rs", x, MovingRangeChart(host, values, 1), " [x & MR Code] "));
   });
   host.Log().AppendSessionLine(CompletedLine(name));
 }
@@ -182,10 +230,7 @@ void MRView(shell::Host& host) {
   std::vector<double> values;
   if (!PrepareChartInput(host, name, false, [&] { return ReadIndividualValues(host, values); })) return;
   RunChartComputation(host, name, [&] {
-    const std::vector<double> ranges = MovingRanges(values);
-    ControlLimits limits = MovingRangeLimits(MeanMovingRange(ranges));
-    ApplyGivenLimits(Given(host), 0, kMovingRangeSigma, limits);
-    host.ShowResultWindow(OneChartWindow("MR control chart", "mnuMR", MovingRangeChart(ranges, limits)));
+    host.ShowResultWindow(OneChartWindow("MR control chart", "mnuMR", MovingRangeChart(host, values, 0)));
   });
   host.Log().AppendSessionLine(CompletedLine(name));
 }

@@ -26,6 +26,19 @@ void OpenGivenLimits(shell::Host& host, std::string_view key);
 // on the current selection.
 void OpenGivenLimits(shell::Host& host, const shell::ResultWindow& window);
 
+// Whether the window is a control chart that applies the run rules (the
+// charts that offer given limits; the CUSUM, EWMA and MA charts code only
+// points beyond their limits).
+bool OffersRuleSettings(const shell::ResultWindow& window);
+
+// Opens the RuleSettings dialog showing the program-wide choice; OK makes
+// it the choice of the charts to come.
+void OpenRuleSettings(shell::Host& host);
+// The same from a control chart window: the dialog shows the rules the
+// chart was made with, and on OK the chart is drawn again, in a new
+// window, with the rules confirmed.
+void OpenRuleSettings(shell::Host& host, const shell::ResultWindow& window);
+
 // The text a chart of `window` shows when the user clicks point
 // `point_number` ("Number: 3 | Value: 25.001"), on the charts its command
 // declares; empty for other charts, other windows and points out of range.

@@ -368,6 +368,16 @@ void WriteProject(SqliteDb& db, const Project& project, const std::function<void
     meta.Bind(1, std::string_view("worksheet_counter"));
     meta.Bind(2, std::int64_t{project.worksheetCounter});
     meta.Run();
+    if (!project.options.empty()) {
+      // Dialog, control and value of each option in turn; files without
+      // the key hold none, and readers that do not know it pass it by.
+      std::vector<std::string> triples;
+      for (const shell::ControlSetting& option : project.options)
+        triples.insert(triples.end(), {option.dialog, option.control, option.value});
+      meta.Bind(1, std::string_view("options"));
+      meta.BindBlob(2, TextList(triples));
+      meta.Run();
+    }
     meta.Bind(1, std::string_view("active"));
     if (project.active) meta.Bind(2, static_cast<std::int64_t>(*project.active));
     else meta.BindNull(2);
@@ -629,6 +639,11 @@ class ProjectReader {
         counter = true;
       } else if (key == "active" && !meta.IsNull(1)) {
         project.active = static_cast<std::size_t>(Within(meta.Int(1), 0, 1 << 30, "active window"));
+      } else if (key == "options") {
+        const std::vector<std::string> triples = Texts(meta.Blob(1), "options");
+        if (triples.size() % 3 != 0) Bad("options");
+        for (std::size_t i = 0; i < triples.size(); i += 3)
+          project.options.push_back({triples[i], triples[i + 1], triples[i + 2]});
       }
     }
     if (!counter) Bad("no worksheet counter");

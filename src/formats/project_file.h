@@ -56,6 +56,10 @@ struct Project {
   std::vector<ProjectResult> results;
   std::vector<Document> order;
   std::optional<std::size_t> active;  // into order
+  // The program-wide options saved with the project (the rule settings of
+  // the control charts), as the control states of their dialogs. Empty in
+  // files that hold none.
+  std::vector<shell::ControlSetting> options;
 };
 
 // The format version this program writes; files of a higher version are

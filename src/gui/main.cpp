@@ -14,8 +14,10 @@
 #include <QMdiSubWindow>
 #include <QScreen>
 #include <QTimer>
+#include <set>
 
 #include "cli/cell_range.h"
+#include "commands/command_registry.h"
 #include "formats/workbook_file.h"
 #include "gui/main_window.h"
 #include "gui/project_actions.h"
@@ -92,7 +94,19 @@ int main(int argc, char** argv) {
       qWarning("orvik: not a cell range: %s", qPrintable(select));
     }
   }
-  if (!run_key.isEmpty()) QTimer::singleShot(0, &window, [&window, run_key] { window.ToolClick(run_key); });
+  // As orvik-cli does, the dialogs of program-wide options named in --set
+  // (given limits, rule settings) are confirmed before the command runs.
+  if (!run_key.isEmpty())
+    QTimer::singleShot(0, &window, [&window, run_key, settings] {
+      std::set<std::string> done;
+      for (const auto& setting : settings) {
+        const orvik::shell::DialogDeclaration* entry = orvik::commands::FindDialog(setting.dialog);
+        if (!done.insert(setting.dialog).second || entry == nullptr || !entry->opensBeforeCommand) continue;
+        const auto dialog = entry->make();
+        window.Host().RunDialog(*dialog);
+      }
+      window.ToolClick(run_key);
+    });
   if (!screenshot.isEmpty()) {
     QTimer::singleShot(1500, &window, [&window, screenshot] {
       window.grab().save(screenshot);

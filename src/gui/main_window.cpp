@@ -256,8 +256,15 @@ void MainWindow::CreateBars() {
   });
   graph->insertSeparator(tools_.value(QStringLiteral("mnuChartProperty")));
   graph->insertAction(tools_.value(QStringLiteral("mnuChartProperty")), given);
+  // Rule settings apply to the charts to come, and to the active control
+  // chart, which is drawn again with them.
+  auto* rules = new QAction(QStringLiteral("Rule Settings..."), this);
+  rules->setObjectName(QStringLiteral("miRuleSettings"));
+  connect(rules, &QAction::triggered, this, [this] { OpenRuleSettings(ActiveResultWindow()); });
+  graph->insertAction(tools_.value(QStringLiteral("mnuChartProperty")), rules);
   graph->insertSeparator(tools_.value(QStringLiteral("mnuChartProperty")));
   tools_.insert(given->objectName(), given);
+  tools_.insert(rules->objectName(), rules);
 
   bar_standard_ = addToolBar(QStringLiteral("Standard"));
   bar_standard_->setObjectName(QStringLiteral("barStandard"));
@@ -406,6 +413,15 @@ void MainWindow::OpenGivenLimits(const ResultWindowWidget* result) {
   RunGuarded([this, &record] { commands::OpenGivenLimits(host_, record); });
 }
 
+void MainWindow::OpenRuleSettings(const ResultWindowWidget* result) {
+  if (result == nullptr) {
+    RunGuarded([this] { commands::OpenRuleSettings(host_); });
+    return;
+  }
+  const shell::ResultWindow record = result->Record();
+  RunGuarded([this, &record] { commands::OpenRuleSettings(host_, record); });
+}
+
 void MainWindow::UpdateGivenLimitsTool() {
   const ResultWindowWidget* result = ActiveResultWindow();
   tools_.value(QStringLiteral("miGivenLimits"))->setEnabled(result && result->OffersGivenLimits());
@@ -442,6 +458,7 @@ WorksheetWindow* MainWindow::OpenDataFile(const QString& path) {
 ResultWindowWidget* MainWindow::OpenResultWindow(shell::ResultWindow window) {
   auto* widget = new ResultWindowWidget(std::move(window));
   connect(widget, &ResultWindowWidget::givenLimitsRequested, this, [this, widget] { OpenGivenLimits(widget); });
+  connect(widget, &ResultWindowWidget::ruleSettingsRequested, this, [this, widget] { OpenRuleSettings(widget); });
   AddChild(widget);
   return widget;
 }

@@ -59,6 +59,9 @@ class MainWindow : public QMainWindow {
   // The same for result window `result`: the chart is drawn again from the
   // window's own data.
   void OpenGivenLimits(const ResultWindowWidget* result);
+  // The RuleSettings dialog, for the chart of `result` or (null) for the
+  // charts to come.
+  void OpenRuleSettings(const ResultWindowWidget* result);
   HistoryPane* History() const { return history_; }
 
   // The worksheet commands act on: the active child when it is a worksheet,

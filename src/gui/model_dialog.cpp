@@ -3,6 +3,8 @@
 #include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QFormLayout>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -33,8 +35,9 @@ ModelDialog::ModelDialog(shell::DialogModel& model, shell::Host& host, QWidget* 
   setWindowTitle(QString::fromStdString(model.Caption()));
   setModal(true);
   auto* layout = new QVBoxLayout(this);
-  auto* form = new QFormLayout;
-  layout->addLayout(form);
+  auto* controls = new QWidget;
+  auto* form = new QFormLayout(controls);
+  form->setContentsMargins(0, 0, 0, 0);
   auto* buttons = new QHBoxLayout;
   bool has_ok = false;
   bool has_cancel = false;
@@ -111,6 +114,20 @@ ModelDialog::ModelDialog(shell::DialogModel& model, shell::Host& host, QWidget* 
     if (!has_cancel)
       connect(box->addButton(QDialogButtonBox::Cancel), &QPushButton::clicked, this, &ModelDialog::reject);
     buttons->addWidget(box);
+  }
+  // A dialog of many controls (the rule settings) scrolls rather than
+  // growing past the screen.
+  constexpr int kRowsWithoutScrolling = 24;
+  if (form->rowCount() > kRowsWithoutScrolling) {
+    auto* scroll = new QScrollArea;
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setWidgetResizable(true);
+    scroll->setWidget(controls);
+    scroll->setMinimumWidth(controls->sizeHint().width() + scroll->verticalScrollBar()->sizeHint().width());
+    scroll->setMinimumHeight(kRowsWithoutScrolling * controls->fontMetrics().height() * 2);
+    layout->addWidget(scroll);
+  } else {
+    layout->addWidget(controls);
   }
   layout->addLayout(buttons);
   Refresh();

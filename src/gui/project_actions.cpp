@@ -21,6 +21,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "charts/rule_settings.h"
 #include "formats/database_import.h"
 #include "formats/delimited_text.h"
 #include "formats/workbook_file.h"
@@ -182,6 +183,7 @@ formats::Project ProjectActions::CurrentProject() const {
     }
     if (sub == window_.Mdi()->activeSubWindow()) project.active = project.order.size() - 1;
   }
+  project.options = charts::RuleSettingStates(window_.Host().Settings().Last<charts::ChartRuleSettings>());
   return project;
 }
 
@@ -202,6 +204,9 @@ void ProjectActions::Restore(formats::Project project) {
   ++restoring_;
   CloseAllDocuments();
   window_.counter_.Restore(project.worksheetCounter);
+  // A project saved with rule settings brings them back; older files keep
+  // the session's own.
+  if (!project.options.empty()) charts::RestoreRuleSettings(window_.Host(), project.options);
   std::vector<QMdiSubWindow*> subs;
   bool any_sheet = false;
   for (const auto& document : project.order) {

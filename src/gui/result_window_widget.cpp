@@ -117,8 +117,12 @@ ResultWindowWidget::ResultWindowWidget(shell::ResultWindow window_record, QWidge
       auto* action = new QAction(QStringLiteral("Given Control Limits..."), chart);
       action->setObjectName(QStringLiteral("miChartGivenLimits"));
       connect(action, &QAction::triggered, this, [this, key] { emit givenLimitsRequested(key); });
+      auto* rules = new QAction(QStringLiteral("Rule Settings..."), chart);
+      rules->setObjectName(QStringLiteral("miChartRuleSettings"));
+      connect(rules, &QAction::triggered, this, [this] { emit ruleSettingsRequested(); });
       chart->setContextMenuPolicy(Qt::ActionsContextMenu);
       chart->addAction(action);
+      chart->addAction(rules);
     }
   }
   layout->addWidget(tabs_);

@@ -40,6 +40,7 @@ class ResultWindowWidget : public QWidget {
   // The user asked for given limits through the button or a chart's
   // context menu; `key` is the tool key that made the window.
   void givenLimitsRequested(const QString& key);
+  void ruleSettingsRequested();
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

@@ -21,7 +21,7 @@ DialogOutcome Host::RunDialog(DialogModel& dialog) {
   if (outcome == DialogOutcome::Accepted) {
     const auto states = ControlStates(dialog);
     if (recording_) recording_->settings.insert(recording_->settings.end(), states.begin(), states.end());
-    else options_before_command_ = states;  // confirmed outside a command: options for the next ones
+    else KeepOptions(states);  // confirmed outside a command: options for the next ones
   }
   return outcome;
 }
@@ -59,14 +59,26 @@ CommandRun Host::EndRun() {
   return run;
 }
 
+void Host::KeepOptions(const std::vector<ControlSetting>& states) {
+  if (states.empty()) return;
+  const std::string& dialog = states.front().dialog;
+  std::erase_if(options_before_command_, [&dialog](const ControlSetting& s) { return s.dialog == dialog; });
+  options_before_command_.insert(options_before_command_.end(), states.begin(), states.end());
+}
+
 void Host::Replay(const CommandRun& run, const std::function<void(Host&)>& procedure) {
+  Replay(run, procedure, options_before_command_);
+}
+
+void Host::Replay(const CommandRun& run, const std::function<void(Host&)>& procedure,
+                  std::vector<ControlSetting> options) {
   // The new run reads the same data and answers its dialogs the same way;
-  // only the options set before commands are today's.
+  // the options set before commands are the ones given.
   CommandRun again;
   again.key = run.key;
   again.data = run.data;
   again.selection = run.selection;
-  again.settings = options_before_command_;
+  again.settings = std::move(options);
   if (run.data) {
     replay_sheet_.emplace(*run.data);
     replay_sheet_->Selection = run.selection;

@@ -48,9 +48,20 @@ class Host {
   CommandRun EndRun();
   // Runs `procedure` again over the worksheet copy and the dialog answers
   // of `run`. Dialogs that set options before a command are not asked
-  // again: the program's current ones (given limits just set) apply and
-  // take their place in the new run's record.
+  // again: the new run's record starts with `options` (by default the
+  // program's current ones, given limits just set), which the procedure
+  // may read through Recording().
   void Replay(const CommandRun& run, const std::function<void(Host&)>& procedure);
+  void Replay(const CommandRun& run, const std::function<void(Host&)>& procedure,
+              std::vector<ControlSetting> options);
+  // Whether a run is being replayed, and the record of the run under way.
+  bool Replaying() const { return replaying_ != nullptr; }
+  const CommandRun* Recording() const { return recording_ ? &*recording_ : nullptr; }
+  // The states of the dialogs confirmed outside a command, each dialog's
+  // last; the next runs record them first.
+  const std::vector<ControlSetting>& OptionsBeforeCommand() const { return options_before_command_; }
+  // Takes `states` (of one dialog) as that dialog's confirmed options.
+  void KeepOptions(const std::vector<ControlSetting>& states);
   // Called with the record of every run that ends, replays included (the
   // window application's History pane).
   void SetRunListener(std::function<void(const CommandRun&)> listener) { run_listener_ = std::move(listener); }
@@ -79,7 +90,7 @@ class Host {
   std::optional<CommandRun> recording_;
   const CommandRun* replaying_ = nullptr;
   std::optional<worksheet::Worksheet> replay_sheet_;
-  // The controls of the last confirmed dialog that opens before commands.
+  // The controls of the dialogs confirmed before commands, each one's last.
   std::vector<ControlSetting> options_before_command_;
   std::function<void(const CommandRun&)> run_listener_;
   // The last copy of a worksheet taken for a run, reused while that sheet

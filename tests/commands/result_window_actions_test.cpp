@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "charts/control_charts.h"
+#include "charts/rule_settings.h"
 #include "commands/command_registry.h"
 #include "support/sheet_host.h"
 
@@ -41,6 +42,29 @@ TEST(OpenGivenLimitsTest, ACancelledDialogOrACommandWithoutLimitsRunsNothing) {
     EXPECT_TRUE(LogLines(host).empty()) << key;
     EXPECT_TRUE(MessageTexts(host).empty()) << key;
   }
+}
+
+// A window drawn again for new given limits keeps the rules it was made
+// with, though the program's rules have changed since.
+TEST(OpenGivenLimitsTest, TheChartIsDrawnAgainWithTheRulesItWasMadeWith) {
+  auto host = SheetHost(testing_support::Column({"1", "2", "1", "2", "1", "2", "1", "2", "1", "2", "1", "2", "1", "2"}),
+                        "A1:A14", {{"RuleSettings", "ProfileNelson", "1"}});
+  charts::RuleSettingsDialog nelson;
+  ASSERT_EQ(host.RunDialog(nelson), shell::DialogOutcome::Accepted);
+  host.BeginRun("mnuC");
+  charts::CView(host);
+  host.EndRun();
+  host.KeepOptions(charts::RuleSettingStates({}));
+  host.Settings().Last<charts::ChartRuleSettings>() = {};
+  ASSERT_EQ(host.Windows().size(), 1u);
+  OpenGivenLimits(host, host.Windows()[0]);
+  ASSERT_EQ(host.Windows().size(), 2u);
+  for (const shell::ResultWindow& window : host.Windows()) {
+    // Fourteen points alternating: Nelson's rule L on every one.
+    EXPECT_EQ(window.table->Row(0).at(4), "L ");
+    EXPECT_EQ(window.table->Row(22).at(0), " L : 14 successive points alternate up and down");
+  }
+  EXPECT_EQ(charts::RulesOfRun(*host.Windows()[1].run).rules, charts::RuleSet::Nelson());
 }
 
 TEST(ResultWindowActionsTest, WindowsAnswerAsTheirCommandDeclares) {

@@ -33,6 +33,7 @@ using worksheet::Worksheet;
 Project AwkwardProject() {
   Project project;
   project.worksheetCounter = 7;
+  project.options = {{"RuleSettings", "ProfileCustom", "1"}, {"RuleSettings", "RuleAKtxt", "8 \"x\""}};
 
   ProjectSheet first{Worksheet("WorkSheet 2", 1200, 60), {}, WindowPlacement{10, 20, 640, 480, false, false}};
   Worksheet& a = first.sheet;

@@ -152,6 +152,7 @@ inline void ExpectSameResult(const shell::ResultWindow& got, const shell::Result
 inline void ExpectSameProject(const Project& got, const Project& want) {
   EXPECT_EQ(got.worksheetCounter, want.worksheetCounter);
   EXPECT_EQ(got.active, want.active);
+  EXPECT_EQ(got.options, want.options);
   ASSERT_EQ(got.order.size(), want.order.size());
   for (std::size_t i = 0; i < want.order.size(); ++i) {
     EXPECT_EQ(got.order[i].kind, want.order[i].kind);

@@ -287,8 +287,8 @@ class MainWindowTest : public QObject {
     QCOMPARE(sheet->View()->verticalHeader()->contextMenuPolicy(), Qt::ActionsContextMenu);
     window_->ToolClick(QStringLiteral("mnuC"));
     gui::ChartView* chart = window_->ActiveResultWindow()->Charts().front();
-    QCOMPARE(names(chart), (QStringList{"miChartGivenLimits", "miCopyImage", "mnuGraphSave", "mnuChartDataCopy",
-                                        "mnuChartPrint", "mnuChartProperty", "miResetView"}));
+    QCOMPARE(names(chart), (QStringList{"miChartGivenLimits", "miChartRuleSettings", "miCopyImage", "mnuGraphSave",
+                                        "mnuChartDataCopy", "mnuChartPrint", "mnuChartProperty", "miResetView"}));
     // A zoomed chart comes back to its whole range.
     const QCPRange whole = chart->xAxis->range();
     chart->xAxis->setRange(3, 4);
@@ -324,6 +324,30 @@ class MainWindowTest : public QObject {
     QCOMPARE(asked_.size(), std::size_t{1});
     QCOMPARE(asked_[0].text, std::string("Please, input valid data"));
     QCOMPARE(window_->DocumentWindowCount(), 2);
+  }
+
+  void ruleSettingsRedrawTheActiveControlChart() {
+    QAction* rules = window_->Tool(QStringLiteral("miRuleSettings"));
+    QVERIFY(window_->findChild<QMenu*>(QStringLiteral("mnuGraph"))->actions().contains(rules));
+    QVERIFY(OpenExample("defects.csv", 1, 1, 25, 1));
+    AcceptDialogs();
+    window_->ToolClick(QStringLiteral("mnuC"));
+    std::vector<std::string> opened;
+    window_->Host().SetDialogResponder([&opened](shell::DialogModel& dialog) {
+      opened.push_back(dialog.Name());
+      dialog.Click("ProfileNelson");
+      return true;
+    });
+    rules->trigger();
+    QCOMPARE(window_->DocumentWindowCount(), 3);
+    // Under the 25 counts: an empty row, the heading, "*", "Run", then
+    // Nelson's rule A.
+    QCOMPARE(window_->ActiveResultWindow()->CellText(29, 0),
+             QStringLiteral(" A : 9 successive points are on the same side of the centerline"));
+    // The chart's context menu opens the same dialog for its window.
+    window_->ActiveResultWindow()->Charts().front()->actions().at(1)->trigger();
+    QCOMPARE(opened, (std::vector<std::string>{"RuleSettings", "RuleSettings"}));
+    QCOMPARE(window_->DocumentWindowCount(), 4);
   }
 
   void givenLimitsRedrawTheActiveControlChart() {
