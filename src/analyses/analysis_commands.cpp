@@ -4,6 +4,7 @@
 #include "analyses/descriptive_statistics.h"
 #include "analyses/estimation_commands.h"
 #include "analyses/estimation_dialogs.h"
+#include "analyses/gage_rr_analysis.h"
 #include "analyses/hypothesis_commands.h"
 #include "analyses/hypothesis_dialogs.h"
 #include "analyses/normality_test.h"
@@ -41,6 +42,7 @@ CommandDeclaration Graph(std::string_view key, std::string_view submenu, std::st
 constexpr std::string_view kAnova = "Analysis of Variance";
 constexpr std::string_view kEstimation = "Interval Estimation";
 constexpr std::string_view kTests = "Hypothesis Tests";
+constexpr std::string_view kGage = "Gage R&&R";
 
 }  // namespace
 
@@ -75,7 +77,9 @@ std::vector<CommandDeclaration> InferenceCommands() {
        .caption = "Two-factor Design..."},
       {.key = "mnuFactorDesign", .menu = "mnuAnalysis", .submenu = "Design of Experiments",
        .caption = "Factorial Design..."},
-      {.key = "mnuGageRR", .menu = "mnuAnalysis", .caption = "&Gage R&&R Study..."},
+      {.key = "mnuGageRR", .menu = "mnuAnalysis", .submenu = kGage, .caption = "&Gage R&&R Study...",
+       .dialogs = {"GageRRFactor"}},
+      Graph("GageRRAnalysis", kGage, "Gage R&&R &Analysis", GageRRAnalysis, {}, 6),
   };
 }
 
@@ -94,6 +98,9 @@ std::vector<shell::DialogDeclaration> InferenceDialogs() {
       {"SimpleReg", MakeSimpleReg},
       {"Oneway", MakeOneway},
       {"Twoway", MakeTwoway},
+      // The last study's settings stand for those of a worksheet block
+      // analysed without a study sheet.
+      {"GageRRFactor", MakeGageRRFactor, true},
   };
 }
 

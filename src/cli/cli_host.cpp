@@ -28,8 +28,9 @@ shell::DialogOutcome CliHost::ShowDialog(shell::DialogModel& dialog) {
 
 void CliHost::OpenResultWindow(shell::ResultWindow window) { windows_.push_back(std::move(window)); }
 
-bool RunDialogsBeforeCommand(CliHost& host, const std::vector<DialogSetting>& settings) {
-  std::set<std::string> done;
+bool RunDialogsBeforeCommand(CliHost& host, const std::vector<DialogSetting>& settings,
+                             const shell::CommandDeclaration& command) {
+  std::set<std::string> done(command.dialogs.begin(), command.dialogs.end());
   for (const auto& setting : settings) {
     if (!done.insert(setting.dialog).second) continue;
     const shell::DialogDeclaration* entry = commands::FindDialog(setting.dialog);

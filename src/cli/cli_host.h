@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "shell/command_declaration.h"
 #include "shell/host.h"
 
 namespace orvik::cli {
@@ -45,7 +46,9 @@ class CliHost : public shell::Host {
 // marks them opensBeforeCommand), each once in the order first named: its
 // settings, then OK, as if the user had used it earlier in the session.
 // Returns false when one of them was refused and given up; the command is
-// then not run.
-bool RunDialogsBeforeCommand(CliHost& host, const std::vector<DialogSetting>& settings);
+// then not run. A dialog that `command` opens itself (the gauge study's
+// design) is left to the command.
+bool RunDialogsBeforeCommand(CliHost& host, const std::vector<DialogSetting>& settings,
+                             const shell::CommandDeclaration& command);
 
 }  // namespace orvik::cli
