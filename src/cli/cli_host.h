@@ -30,6 +30,9 @@ class CliHost : public shell::Host {
  protected:
   shell::DialogOutcome ShowDialog(shell::DialogModel& dialog) override;
   void OpenResultWindow(shell::ResultWindow window) override;
+  // A design sheet is printed as a window of kind DOEDoc whose table is the
+  // sheet: its column headers, then its rows of cells.
+  void OpenDesignSheet(worksheet::Worksheet sheet) override;
   worksheet::Worksheet* CurrentWorksheet() override { return &sheet_; }
 
  private:
