@@ -6,6 +6,7 @@
 #include "analyses/estimation_commands.h"
 #include "analyses/estimation_dialogs.h"
 #include "analyses/gage_rr_analysis.h"
+#include "analyses/gage_rr_study.h"
 #include "analyses/hypothesis_commands.h"
 #include "analyses/hypothesis_dialogs.h"
 #include "analyses/normality_test.h"
@@ -90,7 +91,7 @@ std::vector<CommandDeclaration> InferenceCommands() {
       Design("mnuTwoDesign", "Two-factor Design...", TwoDesignView, "DOETwoFactor"),
       Design("mnuFactorDesign", "Factorial Design...", FactorDesignView, "DOESelection"),
       {.key = "mnuGageRR", .menu = "mnuAnalysis", .submenu = kGage, .caption = "&Gage R&&R Study...",
-       .dialogs = {"GageRRFactor"}},
+       .run = GageRRStudyView, .dialogs = {"GageRRFactor"}, .window = shell::WindowKind::DOEDoc},
       Graph("GageRRAnalysis", kGage, "Gage R&&R &Analysis", GageRRAnalysis, {}, 6),
   };
 }

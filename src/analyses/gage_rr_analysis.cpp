@@ -6,6 +6,7 @@
 
 #include "analyses/anova_report.h"
 #include "analyses/column_choice.h"
+#include "analyses/gage_rr_study.h"
 #include "analyses/report_text.h"
 #include "analyses/sample_input.h"
 #include "shell/analysis_input.h"
@@ -112,17 +113,36 @@ GageVariances XbarRTables(shell::ResultTable& table, const GageStudy& study, con
   return xr.variances;
 }
 
-bool ReadBlock(shell::Host& host, GageRows& rows) {
-  const worksheet::Worksheet* sheet = host.ActiveWorksheet();
-  if (sheet == nullptr) return false;
-  worksheet::DataSelection& selection = host.CurrentSelection();
-  // The block's three columns are taken left to right, whichever way it
-  // was dragged.
+GageRows ReadRows(const worksheet::Worksheet& sheet, const worksheet::DataSelection& rows, long part_column,
+                  long appraiser_column, long measurement_column) {
+  return {ColumnTexts(sheet, rows, part_column), ColumnTexts(sheet, rows, appraiser_column),
+          ColumnCells(sheet, rows, measurement_column)};
+}
+
+// The rows of a study sheet: the whole of its Part, Appraiser and
+// Measurement columns, wherever they stand; nothing when one is missing.
+std::optional<GageRows> ReadStudySheet(const worksheet::Worksheet& sheet) {
+  const worksheet::SheetDesign& design = *sheet.Design();
+  const auto columns = worksheet::FindDesignColumns(sheet, design);
+  if (!columns) return std::nullopt;
+  worksheet::DataSelection rows;
+  rows.firstRow = columns->firstRow;
+  rows.lastRow = columns->lastRow;
+  rows.firstColumn = 1;
+  rows.lastColumn = sheet.DataColCnt();
+  return ReadRows(sheet, rows, columns->Of(design, "Part"), columns->Of(design, "Appraiser"),
+                  columns->Of(design, design.response));
+}
+
+// The rows of the user's block: its three columns taken left to right,
+// whichever way it was dragged.
+GageRows ReadBlock(const worksheet::Worksheet& sheet, const worksheet::DataSelection& selection) {
   const long first = std::min(selection.firstColumn, selection.lastColumn);
-  rows.parts = ColumnTexts(*sheet, selection, first);
-  rows.appraisers = ColumnTexts(*sheet, selection, first + 1);
-  rows.measurements = ColumnCells(*sheet, selection, first + 2);
-  return true;
+  return ReadRows(sheet, selection, first, first + 1, first + 2);
+}
+
+bool IsStudySheet(const worksheet::Worksheet* sheet) {
+  return sheet != nullptr && sheet->Design() && sheet->Design()->kind == kGageStudyKind;
 }
 
 }  // namespace
@@ -164,17 +184,26 @@ shell::ResultWindow GageReport(const GageStudy& study, const GageRRSettings& set
 }
 
 void GageRRAnalysis(shell::Host& host) {
-  if (!shell::ResolveDataBlock(host)) return;
-  if (!shell::RequireColumnSpan(host, 3, worksheet::messages::kSelectThreeColumns)) return;
-  GageRows rows;
-  if (!ReadBlock(host, rows)) return;
-  const auto study = MakeGageStudy(rows);
+  const worksheet::Worksheet* sheet = host.ActiveWorksheet();
+  std::optional<GageRows> rows;
+  GageRRSettings settings;
+  if (IsStudySheet(sheet)) {
+    rows = ReadStudySheet(*sheet);
+    settings = StudySettings(*sheet->Design());
+  } else {
+    if (!shell::ResolveDataBlock(host)) return;
+    if (!shell::RequireColumnSpan(host, 3, worksheet::messages::kSelectThreeColumns)) return;
+    sheet = host.ActiveWorksheet();
+    if (sheet == nullptr) return;
+    rows = ReadBlock(*sheet, host.CurrentSelection());
+    settings = host.Settings().Last<GageRRSettings>();
+  }
+  const auto study = rows ? MakeGageStudy(*rows) : std::nullopt;
   if (!study) return host.Refuse(worksheet::messages::kIncludeImproper);
-  const auto& m = rows.measurements;
+  const auto& m = rows->measurements;
   if (std::all_of(m.begin(), m.end(), [&](double v) { return v == m.front(); }))
     return host.Refuse(worksheet::messages::kAllDataSame);
   host.Log().AppendSessionLine(kLines.Starting());
-  const GageRRSettings settings = host.Settings().Last<GageRRSettings>();
   shell::ShowResultOrFail(host, GageReport(*study, settings), worksheet::messages::kInputValidData, kLines.cancel);
   host.Log().AppendSessionLine(kLines.Completed());
 }

@@ -35,10 +35,10 @@ shell::ResultWindow GageReport(const GageStudy& study, const GageRRSettings& set
 std::vector<shell::ChartSeries> GageCharts(const GageStudy& study, const GageVariances& variances,
                                            const GageRRSettings& settings);
 
-// GageRRAnalysis: the study of the block of the active worksheet, three
-// columns in the order part, appraiser, measurement ("Select three columns"
-// otherwise), under the settings of the last study designed with
-// GageRRFactor. A study that MakeGageStudy refuses shows "Include improper
+// GageRRAnalysis: on a study sheet, the whole sheet under the settings it
+// keeps; on a worksheet, the study of the block, three columns in the order
+// part, appraiser, measurement ("Select three columns" otherwise), under
+// the settings of the last study designed with GageRRFactor. A study that MakeGageStudy refuses shows "Include improper
 // data or null cells", one whose measurements are all equal "All data are
 // same", before the starting line. Log lines "Gage R&R Analysis is
 // starting" and "Gage R&R Analysis is completed".

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "analyses/analysis_dialog.h"
+#include "analyses/design_sheets.h"
 #include "analyses/gage_rr_fit.h"
 
 namespace orvik::analyses {
@@ -19,8 +19,7 @@ struct GageRRSettings {
   std::vector<std::string> appraiserNames{"A", "B", "C"};
   long parts = 10;
   long trials = 3;
-  bool randomize = true;
-  std::optional<std::uint32_t> seed;  // none: the order is drawn afresh
+  std::optional<std::uint32_t> seed;  // none: not randomized
   std::optional<double> tolerance;    // the process tolerance, when given
   double multiplier = 6.0;            // study variation = multiplier * sigma
   GageMethod method = GageMethod::Anova;
@@ -32,13 +31,14 @@ inline constexpr const char* kCancelGageStudy = "Cancel Gagre R&R study";
 // GageRRFactor: Appraiserstxt (2 to 10) with the names Name1txt to
 // Name10txt (those beyond the count disabled), Partstxt (2 to 50),
 // Trialstxt (2 to 10), the check box Randomize with Seedtxt (a whole number
-// 0 to 4294967295, or empty for a fresh order; disabled without Randomize),
+// 0 to 4294967295, or empty for a fresh one written into the box; disabled
+// without Randomize),
 // Tolerancetxt (empty, or a positive tolerance), Multipliertxt (positive, 6
 // by default) and the option buttons ANOVAMethod (chosen) and XbarRMethod.
 // OK refuses anything else with "Please, input valid numerical data" and
 // stays open; it stores the settings as the program's last study. Cancel
 // writes "Cancel Gagre R&R study".
-class GageRRFactor : public AnalysisDialog {
+class GageRRFactor : public DesignDialog {
  public:
   using Parameters = GageRRSettings;
   GageRRFactor();
@@ -48,11 +48,12 @@ class GageRRFactor : public AnalysisDialog {
   void OnClick(const std::string& control) override;
   void OnFocusLost(const std::string& control) override;
   bool OnOk(shell::Host& host) override;
+  void OnCancel(shell::Host& host) override;
 
  private:
   void UpdateEnabling();
-  // The whole number in a box when it lies in [low, high].
-  std::optional<long> WholeNumber(const std::string& box, long low, long high) const;
+  // The positive number in a box.
+  std::optional<double> Positive(const std::string& box) const;
 
   GageRRSettings result_;
 };

@@ -3,8 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <fstream>
+#include <map>
+#include <set>
 
+#include "analyses/gage_rr_study.h"
 #include "cli/cli_host.h"
+#include "formats/workbook_file.h"
+#include "cli/cell_range.h"
 #include "support/case_table.h"
 
 namespace orvik::analyses {
@@ -102,11 +108,65 @@ TEST(GageRRTest, StudyDialogKeepsItsSettingsForTheAnalysis) {
   ASSERT_TRUE(dialog.PressOk(host));
   const GageRRSettings& kept = host.Settings().Last<GageRRSettings>();
   EXPECT_EQ(kept.appraiserNames, (std::vector<std::string>{"A", "B"}));
-  EXPECT_FALSE(kept.randomize);
+  EXPECT_FALSE(kept.seed);
   EXPECT_EQ(kept.tolerance, 0.6);
   EXPECT_EQ(kept.method, GageMethod::XbarR);
   dialog.PressCancel(host);
   EXPECT_EQ(host.Log().Text(), "Welcome to Orvik 2.0\r\nCancel Gagre R&R study");
+}
+
+// The AIAG study laid out on a study sheet, in its randomized run order,
+// gives the report of the same measurements selected on a worksheet, under
+// the settings the sheet keeps rather than the program's last ones.
+TEST(GageRRTest, StudySheetIsReadWholeUnderItsOwnSettings) {
+  GageRRSettings design;
+  design.seed = 7;
+  design.tolerance = 5.0;
+  design.method = GageMethod::XbarR;
+  worksheet::Worksheet sheet = GageStudySheet("Gage Study 1", design);
+  ASSERT_EQ(sheet.DataRowCnt(), 90);
+  std::set<std::string> runs;
+  for (long row = 1; row <= 90; ++row) {
+    const auto text = [&](long col) { return std::string(sheet.Text(row, col)); };
+    EXPECT_EQ(text(1), std::to_string(row));
+    EXPECT_TRUE(runs.insert(text(2) + "/" + text(3) + "/" + text(4)).second) << row;
+    // Each appraiser's round of ten parts in one block, trial after trial.
+    EXPECT_EQ(text(3), std::string(1, "ABC"[(row - 1) / 10 % 3])) << row;
+    EXPECT_EQ(text(4), std::to_string((row - 1) / 30 + 1)) << row;
+  }
+  std::map<std::string, std::string> measured;  // part/appraiser/trial
+  std::ifstream in(std::string(ORVIK_SOURCE_DIR) + "/examples/gage_study.csv");
+  std::map<std::string, int> trial;
+  for (std::string line; std::getline(in, line);) {
+    const auto a = line.find(','), b = line.find(',', a + 1);
+    const std::string key = line.substr(0, b);
+    measured[line.substr(0, a) + "/" + line.substr(a + 1, b - a - 1) + "/" + std::to_string(++trial[key])] =
+        line.substr(b + 1);
+  }
+  const auto analyse = [&] {
+    cli::CliHost host(sheet, {}, {});
+    GageRRAnalysis(host);
+    return host;
+  };
+  cli::CliHost empty = analyse();
+  ASSERT_EQ(empty.Messages().size(), 1u);
+  EXPECT_EQ(empty.Messages().front().text, "Include improper data or null cells");
+  for (long row = 1; row <= 90; ++row)
+    sheet.SetText(row, 5, measured.at(std::string(sheet.Text(row, 2)) + "/" + std::string(sheet.Text(row, 3)) + "/" +
+                                      std::string(sheet.Text(row, 4))));
+  cli::CliHost on_sheet = analyse();
+  ASSERT_EQ(on_sheet.Windows().size(), 1u);
+
+  const std::vector<cli::DialogSetting> settings{{"GageRRFactor", "XbarRMethod", "1"}, {"GageRRFactor", "Tolerancetxt", "5"}};
+  worksheet::Worksheet block("WorkSheet 1");
+  formats::ReadFirstSheet(std::string(ORVIK_SOURCE_DIR) + "/examples/gage_study.csv", block);
+  block.Selection = *cli::ParseCellRange("A:C");
+  cli::CliHost on_block(std::move(block), settings, {});
+  ASSERT_TRUE(cli::RunDialogsBeforeCommand(on_block, settings, {}));
+  GageRRAnalysis(on_block);
+  ASSERT_EQ(on_block.Windows().size(), 1u);
+  EXPECT_EQ(on_sheet.Windows().front().table->TextRows(), on_block.Windows().front().table->TextRows());
+  EXPECT_EQ(on_sheet.Log().Text(), on_block.Log().Text());
 }
 
 }  // namespace
