@@ -2,8 +2,11 @@
 
 #include "analyses/correlation.h"
 #include "analyses/descriptive_statistics.h"
+#include "analyses/design_sheets.h"
 #include "analyses/estimation_commands.h"
 #include "analyses/estimation_dialogs.h"
+#include "analyses/gage_rr_analysis.h"
+#include "analyses/gage_rr_study.h"
 #include "analyses/hypothesis_commands.h"
 #include "analyses/hypothesis_dialogs.h"
 #include "analyses/normality_test.h"
@@ -38,9 +41,24 @@ CommandDeclaration Graph(std::string_view key, std::string_view submenu, std::st
   return declaration;
 }
 
+constexpr std::string_view kDesign = "Design of Experiments";
+
+// A design command: its dialog, then a new design sheet.
+CommandDeclaration Design(std::string_view key, std::string_view caption, shell::CommandProcedure run,
+                          std::string_view dialog) {
+  return {.key = key,
+          .menu = "mnuAnalysis",
+          .submenu = kDesign,
+          .caption = caption,
+          .run = run,
+          .dialogs = {dialog},
+          .window = shell::WindowKind::DOEDoc};
+}
+
 constexpr std::string_view kAnova = "Analysis of Variance";
 constexpr std::string_view kEstimation = "Interval Estimation";
 constexpr std::string_view kTests = "Hypothesis Tests";
+constexpr std::string_view kGage = "Gage R&&R";
 
 }  // namespace
 
@@ -69,13 +87,12 @@ std::vector<CommandDeclaration> InferenceCommands() {
       Graph("mnuSimpleReg", "", "Simple &Linear Regression", SimpleRegView, {"SimpleReg"}, 5),
       Graph("mnuOneway", kAnova, "One-way ANOVA", OnewayView, {"Oneway"}, 1),
       Graph("mnuTwoway", kAnova, "Two-way ANOVA", TwowayView, {"Twoway"}, 3),
-      {.key = "mnuOneDesign", .menu = "mnuAnalysis", .submenu = "Design of Experiments",
-       .caption = "One-factor Design..."},
-      {.key = "mnuTwoDesign", .menu = "mnuAnalysis", .submenu = "Design of Experiments",
-       .caption = "Two-factor Design..."},
-      {.key = "mnuFactorDesign", .menu = "mnuAnalysis", .submenu = "Design of Experiments",
-       .caption = "Factorial Design..."},
-      {.key = "mnuGageRR", .menu = "mnuAnalysis", .caption = "&Gage R&&R Study..."},
+      Design("mnuOneDesign", "One-factor Design...", OneDesignView, "DOEOneFactor"),
+      Design("mnuTwoDesign", "Two-factor Design...", TwoDesignView, "DOETwoFactor"),
+      Design("mnuFactorDesign", "Factorial Design...", FactorDesignView, "DOESelection"),
+      {.key = "mnuGageRR", .menu = "mnuAnalysis", .submenu = kGage, .caption = "&Gage R&&R Study...",
+       .run = GageRRStudyView, .dialogs = {"GageRRFactor"}, .window = shell::WindowKind::DOEDoc},
+      Graph("GageRRAnalysis", kGage, "Gage R&&R &Analysis", GageRRAnalysis, {}, 6),
   };
 }
 
@@ -94,6 +111,12 @@ std::vector<shell::DialogDeclaration> InferenceDialogs() {
       {"SimpleReg", MakeSimpleReg},
       {"Oneway", MakeOneway},
       {"Twoway", MakeTwoway},
+      {"DOEOneFactor", MakeDOEOneFactor},
+      {"DOETwoFactor", MakeDOETwoFactor},
+      {"DOESelection", MakeDOESelection},
+      // The last study's settings stand for those of a worksheet block
+      // analysed without a study sheet.
+      {"GageRRFactor", MakeGageRRFactor, true},
   };
 }
 

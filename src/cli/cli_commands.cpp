@@ -132,7 +132,7 @@ int RunCommand(const std::vector<std::string>& args) {
   for (auto& notice : loaded.notices) host.Notify(std::move(notice));
   RunRecord record;
   try {
-    if (RunDialogsBeforeCommand(host, line.settings)) command->run(host);
+    if (RunDialogsBeforeCommand(host, line.settings, *command)) command->run(host);
     if (host.AnyDialogCancelled()) record.outcome = "cancelled";
     else if (host.Windows().empty() && !host.Messages().empty()) record.outcome = "refused";
     else record.outcome = "completed";

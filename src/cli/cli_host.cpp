@@ -28,8 +28,24 @@ shell::DialogOutcome CliHost::ShowDialog(shell::DialogModel& dialog) {
 
 void CliHost::OpenResultWindow(shell::ResultWindow window) { windows_.push_back(std::move(window)); }
 
-bool RunDialogsBeforeCommand(CliHost& host, const std::vector<DialogSetting>& settings) {
-  std::set<std::string> done;
+void CliHost::OpenDesignSheet(worksheet::Worksheet sheet) {
+  shell::ResultWindow window;
+  window.kind = shell::WindowKind::DOEDoc;
+  window.title = sheet.Name();
+  shell::ResultTable table;
+  for (long col = 1; col <= sheet.DataColCnt(); ++col) table.columns.push_back(sheet.ColumnHeader(col));
+  for (long row = 1; row <= sheet.DataRowCnt(); ++row) {
+    std::vector<std::string> cells;
+    for (long col = 1; col <= sheet.DataColCnt(); ++col) cells.emplace_back(sheet.Text(row, col));
+    table.AddRow(std::move(cells));
+  }
+  window.table = std::move(table);
+  windows_.push_back(std::move(window));
+}
+
+bool RunDialogsBeforeCommand(CliHost& host, const std::vector<DialogSetting>& settings,
+                             const shell::CommandDeclaration& command) {
+  std::set<std::string> done(command.dialogs.begin(), command.dialogs.end());
   for (const auto& setting : settings) {
     if (!done.insert(setting.dialog).second) continue;
     const shell::DialogDeclaration* entry = commands::FindDialog(setting.dialog);

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "shell/command_declaration.h"
 #include "shell/host.h"
 
 namespace orvik::cli {
@@ -29,6 +30,9 @@ class CliHost : public shell::Host {
  protected:
   shell::DialogOutcome ShowDialog(shell::DialogModel& dialog) override;
   void OpenResultWindow(shell::ResultWindow window) override;
+  // A design sheet is printed as a window of kind DOEDoc whose table is the
+  // sheet: its column headers, then its rows of cells.
+  void OpenDesignSheet(worksheet::Worksheet sheet) override;
   worksheet::Worksheet* CurrentWorksheet() override { return &sheet_; }
 
  private:
@@ -45,7 +49,9 @@ class CliHost : public shell::Host {
 // marks them opensBeforeCommand), each once in the order first named: its
 // settings, then OK, as if the user had used it earlier in the session.
 // Returns false when one of them was refused and given up; the command is
-// then not run.
-bool RunDialogsBeforeCommand(CliHost& host, const std::vector<DialogSetting>& settings);
+// then not run. A dialog that `command` opens itself (the gauge study's
+// design) is left to the command.
+bool RunDialogsBeforeCommand(CliHost& host, const std::vector<DialogSetting>& settings,
+                             const shell::CommandDeclaration& command);
 
 }  // namespace orvik::cli

@@ -75,6 +75,7 @@ CREATE TABLE runs(result INTEGER PRIMARY KEY, command_key TEXT NOT NULL, data IN
   sel_col INTEGER, sel_col2 INTEGER, sel_row INTEGER, sel_row2 INTEGER);
 CREATE TABLE run_settings(result INTEGER, seq INTEGER, dialog TEXT NOT NULL, control TEXT NOT NULL,
   value TEXT NOT NULL);
+CREATE TABLE sheet_designs(sheet INTEGER PRIMARY KEY, design TEXT NOT NULL);
 )sql";
 
 // The first format version with the runs of the result windows; older files
@@ -83,6 +84,9 @@ constexpr int kFirstVersionWithRuns = 2;
 // The first format version with the series' style: bit 1 stepped, bit 2
 // dashed. Older files' series are plain lines.
 constexpr int kFirstVersionWithSeriesStyle = 3;
+// The first format version with the designs of design sheets (and of the
+// data sheets runs read); older files hold plain worksheets only.
+constexpr int kFirstVersionWithDesigns = 4;
 constexpr std::int64_t kSteppedSeries = 1;
 constexpr std::int64_t kDashedSeries = 2;
 
@@ -177,6 +181,12 @@ void WriteCells(SqliteDb& db, std::int64_t id, const worksheet::Worksheet& sheet
       block.Bind(6, static_cast<std::int64_t>(CheckValue(texts.Bytes())));
       block.Run();
     }
+  }
+  if (const auto& design = sheet.Design()) {
+    SqliteStatement insert(db, "INSERT INTO sheet_designs VALUES(?,?)");
+    insert.Bind(1, id);
+    insert.Bind(2, worksheet::DesignText(*design));
+    insert.Run();
   }
 }
 
@@ -535,6 +545,7 @@ void CheckSchema(const std::string& path, SqliteDb& db, std::int64_t format) {
     while (tables.Step()) {
       const std::string name(tables.Text(0));
       if (!with_runs && (name == "runs" || name == "run_settings" || name == "run_data")) continue;
+      if (format < kFirstVersionWithDesigns && name == "sheet_designs") continue;
       expected[name] = TableColumns(reference, name);
     }
   }
@@ -569,6 +580,7 @@ class ProjectReader {
     const bool with_runs = format >= kFirstVersionWithRuns;
     ReadMeta(project);
     ReadSheets(project, with_runs);
+    if (format >= kFirstVersionWithDesigns) ReadDesigns(project);
     ReadResults(project, format >= kFirstVersionWithSeriesStyle);
     if (with_runs) ReadRuns(project);
     ReadOrder(project);
@@ -732,6 +744,15 @@ class ProjectReader {
       if (auto color = Color(formats, 10)) run.change.foreground = color->value;
       if (auto color = Color(formats, 11)) run.change.background = color->value;
       project.sheets[static_cast<std::size_t>(formats.Int(0))].formats.push_back(run);
+    }
+  }
+
+  void ReadDesigns(Project& project) {
+    SqliteStatement designs(db_, "SELECT sheet, design FROM sheet_designs ORDER BY sheet");
+    while (designs.Step()) {
+      auto design = worksheet::ParseDesignText(designs.Text(1));
+      if (!design) Bad("sheet design");
+      CellsAt(project, designs.Int(0)).SetDesign(std::move(design));
     }
   }
 

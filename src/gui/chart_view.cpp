@@ -91,6 +91,8 @@ void ChartView::SetLook(const Look& look) {
 void ChartView::Draw(const shell::ChartSeries& chart) {
   chart_ = chart;
   clearPlottables();
+  // The bar groups of the last drawing, now empty.
+  qDeleteAll(findChildren<QCPBarsGroup*>(QString(), Qt::FindDirectChildrenOnly));
   clearItems();
   series_of_.clear();
   marks_.clear();
@@ -134,6 +136,10 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
   };
   const bool has_bars = std::any_of(chart.series.begin(), chart.series.end(),
                                    [](const shell::PlotSeries& series) { return series.type == shell::SeriesType::Bar; });
+  // Several bar series over the same positions stand side by side.
+  const auto bar_series = std::count_if(chart.series.begin(), chart.series.end(),
+                                        [](const shell::PlotSeries& series) { return series.type == shell::SeriesType::Bar; });
+  QCPBarsGroup* bar_group = bar_series > 1 ? new QCPBarsGroup(this) : nullptr;
   for (std::size_t s = 0; s < chart.series.size(); ++s) {
     const shell::PlotSeries& series = chart.series[s];
     QCPAxis* value_axis = series.onSecondAxis ? yAxis2 : yAxis;
@@ -197,6 +203,10 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
         bars->setWidth(spacing > 0 ? spacing * (series.x.empty() ? 0.8 : 1.0) : 0.8);
         bars->setPen(QPen(color.darker()));
         bars->setBrush(FillColor(color));
+        if (bar_group) {
+          bars->setWidth(bars->width() * 0.8 / static_cast<double>(bar_series));
+          bars->setBarsGroup(bar_group);
+        }
         series_of_.insert(bars, static_cast<int>(s));
         if (!series.onSecondAxis) {
           for (double v : series.y) take(v, y_min, y_max);

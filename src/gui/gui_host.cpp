@@ -48,6 +48,8 @@ shell::DialogOutcome GuiHost::ShowDialog(shell::DialogModel& dialog) {
 
 void GuiHost::OpenResultWindow(shell::ResultWindow window) { window_.OpenResultWindow(std::move(window)); }
 
+void GuiHost::OpenDesignSheet(worksheet::Worksheet sheet) { window_.OpenDesignSheet(std::move(sheet)); }
+
 worksheet::Worksheet* GuiHost::CurrentWorksheet() {
   WorksheetWindow* sheet = window_.ActiveWorksheetWindow();
   return sheet ? &sheet->Sheet() : nullptr;

@@ -30,6 +30,7 @@ class GuiHost : public shell::Host {
  protected:
   shell::DialogOutcome ShowDialog(shell::DialogModel& dialog) override;
   void OpenResultWindow(shell::ResultWindow window) override;
+  void OpenDesignSheet(worksheet::Worksheet sheet) override;
   worksheet::Worksheet* CurrentWorksheet() override;
 
  private:

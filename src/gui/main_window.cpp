@@ -455,6 +455,13 @@ WorksheetWindow* MainWindow::OpenDataFile(const QString& path) {
   return window;
 }
 
+WorksheetWindow* MainWindow::OpenDesignSheet(worksheet::Worksheet sheet) {
+  auto* window = new WorksheetWindow(std::make_unique<worksheet::Worksheet>(std::move(sheet)));
+  AddChild(window);
+  SetDocumentMenusEnabled(true);
+  return window;
+}
+
 ResultWindowWidget* MainWindow::OpenResultWindow(shell::ResultWindow window) {
   auto* widget = new ResultWindowWidget(std::move(window));
   connect(widget, &ResultWindowWidget::givenLimitsRequested, this, [this, widget] { OpenGivenLimits(widget); });
@@ -481,8 +488,11 @@ void MainWindow::AddContextMenus(QWidget* widget) {
     return actions;
   };
   if (auto* sheet = qobject_cast<WorksheetWindow*>(widget)) {
-    const QList<QAction*> actions = tools({"mnuCut", "mnuCopy", "mnuPaste", "mnuDel", nullptr, "mnuInsertRow",
-                                           "mnuInsertCol", "mnuDelRow", "mnuDelCol", nullptr, "mnuSort"});
+    QList<QAction*> actions = tools({"mnuCut", "mnuCopy", "mnuPaste", "mnuDel", nullptr, "mnuInsertRow",
+                                     "mnuInsertCol", "mnuDelRow", "mnuDelCol", nullptr, "mnuSort"});
+    // A design sheet offers its analysis first.
+    if (const auto& design = sheet->Sheet().Design())
+      actions = tools({design->kind == "GageRR" ? "GageRRAnalysis" : "DOEAnalysis", nullptr}) + actions;
     for (QWidget* target : {static_cast<QWidget*>(sheet->View()), static_cast<QWidget*>(sheet->View()->horizontalHeader()),
                             static_cast<QWidget*>(sheet->View()->verticalHeader())}) {
       target->setContextMenuPolicy(Qt::ActionsContextMenu);

@@ -51,6 +51,9 @@ class MainWindow : public QMainWindow {
   // Opens a comma- or tab-separated file as a new worksheet; a file that
   // cannot be read gives a message box and no window.
   WorksheetWindow* OpenDataFile(const QString& path);
+  // Opens a design sheet `DOEDoc`: a worksheet window holding a sheet with
+  // its design. It writes no session line.
+  WorksheetWindow* OpenDesignSheet(worksheet::Worksheet sheet);
   // Opens a result window as a child window.
   ResultWindowWidget* OpenResultWindow(shell::ResultWindow window);
   // Opens the given-limits dialog of the control chart made by tool `key`;

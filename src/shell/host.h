@@ -37,6 +37,13 @@ class Host {
   // Throws NonFiniteResult, showing nothing, when the window holds a number
   // that is not finite.
   void ShowResultWindow(ResultWindow window);
+  // Opens a design sheet (`DOEDoc`): a worksheet window holding `sheet`,
+  // whose Design() tells its factors and response. The design commands
+  // call it and name the sheet.
+  void ShowDesignSheet(worksheet::Worksheet sheet) { OpenDesignSheet(std::move(sheet)); }
+  // The number of the next design sheet made in this run of the program,
+  // counting from 1; closed sheets' numbers are not reused.
+  int NextDesignNumber() { return ++design_counter_; }
   // The worksheet the command reads: the active document window's (null
   // when none is open), or the recorded copy while a run is replayed.
   worksheet::Worksheet* ActiveWorksheet();
@@ -80,12 +87,14 @@ class Host {
   // ActiveWorksheet outside a replay.
   virtual DialogOutcome ShowDialog(DialogModel& dialog) = 0;
   virtual void OpenResultWindow(ResultWindow window) = 0;
+  virtual void OpenDesignSheet(worksheet::Worksheet sheet) = 0;
   virtual worksheet::Worksheet* CurrentWorksheet() = 0;
 
  private:
   SessionLog log_;
   ProgramSettings settings_;
   worksheet::DataSelection selection_;
+  int design_counter_ = 0;
   // The run being recorded, if any, and the run being replayed, if any.
   std::optional<CommandRun> recording_;
   const CommandRun* replaying_ = nullptr;

@@ -10,6 +10,7 @@ const char* WindowKindName(WindowKind kind) {
   switch (kind) {
     case WindowKind::ControlForm: return "ControlForm";
     case WindowKind::DataChart: return "DataChart";
+    case WindowKind::DOEDoc: return "DOEDoc";
   }
   return "DataChart";
 }

@@ -14,6 +14,7 @@ namespace orvik::shell {
 enum class WindowKind {
   ControlForm,  // control charts: ChartOne, ChartTwo and the grid DataView
   DataChart,    // graphs and capability: DataChartView and the grid DataView
+  DOEDoc,       // a design sheet, where it is reported as a window (orvik-cli)
 };
 
 const char* WindowKindName(WindowKind kind);

@@ -84,4 +84,9 @@ RangeMoments NormalRangeMoments(int n) {
   return {mean, std::sqrt(second - mean * mean)};
 }
 
+double SingleRangeD2Star(int n) {
+  const RangeMoments range = NormalRangeMoments(n);
+  return std::sqrt(range.mean * range.mean + range.sd * range.sd);
+}
+
 }  // namespace orvik::stats

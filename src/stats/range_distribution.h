@@ -15,4 +15,10 @@ struct RangeMoments {
 };
 RangeMoments NormalRangeMoments(int n);
 
+// d2*(n) for a single range (g = 1 subgroup): sqrt(E[W^2]) = sqrt(d2^2 +
+// d3^2), the divisor that turns one range of n values into a standard
+// deviation in gauge studies (the range of the appraisers' or the parts'
+// averages). For example d2*(2) = sqrt(2). NaN outside 2 <= n <= 100.
+double SingleRangeD2Star(int n);
+
 }  // namespace orvik::stats

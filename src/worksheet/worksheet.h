@@ -1,11 +1,13 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "worksheet/cell_column.h"
+#include "worksheet/sheet_design.h"
 
 namespace orvik::worksheet {
 
@@ -101,6 +103,14 @@ class Worksheet {
   // Gives back spare capacity after a bulk load.
   void ShrinkToFit();
 
+  // The design the sheet was made with, when it is a design sheet
+  // (`DOEDoc`); null for a plain worksheet.
+  const std::optional<SheetDesign>& Design() const { return design_; }
+  void SetDesign(std::optional<SheetDesign> design) {
+    design_ = std::move(design);
+    Touch();
+  }
+
  private:
   void RecomputeExtent();
   void Touch();
@@ -113,6 +123,7 @@ class Worksheet {
   // columns_.size() is DataColCnt.
   std::vector<CellColumn> columns_;
   std::vector<std::string> header_names_;
+  std::optional<SheetDesign> design_;
   std::uint64_t revision_ = 0;
 };
 

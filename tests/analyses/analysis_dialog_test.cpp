@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "analyses/design_sheets.h"
 #include "analyses/estimation_dialogs.h"
 #include "analyses/hypothesis_dialogs.h"
 #include "support/case_table.h"
@@ -16,7 +17,7 @@
 namespace orvik::analyses {
 namespace {
 
-using Make = std::function<std::unique_ptr<AnalysisDialog>()>;
+using Make = std::function<std::unique_ptr<shell::DialogModel>()>;
 template <typename D, typename... Args>
 Make Of(Args... args) {
   return [=] { return std::make_unique<D>(args...); };
@@ -30,7 +31,10 @@ TEST(AnalysisDialogTest, OkAcceptsOnlyValidNumbers) {
                                                {"counts", Of<Proportions>()},
                                                {"mean", Of<MeanHypoth>()},
                                                {"variance", Of<MeanHypoth>(MeanHypoth::Tested::Variance)},
-                                               {"p0", Of<HypothProportion>()}};
+                                               {"p0", Of<HypothProportion>()},
+                                               {"one", MakeDOEOneFactor},
+                                               {"two", MakeDOETwoFactor},
+                                               {"factorial", MakeDOESelection}};
   for (const auto& row : testing_support::ReadCases("analyses/data/dialog_entries.tsv")) {
     const auto dialog = dialogs.at(row[0])();
     for (std::size_t i = 2; i < row.fields.size(); ++i) {

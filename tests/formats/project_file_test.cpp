@@ -49,6 +49,11 @@ Project AwkwardProject() {
   a.Selection = {true, 4, 2, 20, 3};
   first.formats.push_back({{1, 1, 2, 3}, {true, std::nullopt, false, worksheet::Alignment::Center, 0xFF0000u, {}}});
   first.formats.push_back({{1, 1, 1000, 1}, {std::nullopt, true, std::nullopt, std::nullopt, {}, 0x00FF00u}});
+  // A design sheet whose names hold the characters its stored text escapes.
+  worksheet::SheetDesign design{"Factorial", {"StdOrder", "Temp\\t\tC", "Response"},
+                                {{"Temp\\t\tC", {}, -1.5, 2e300}, {"Line\n2", {"x", "", "y\r"}, {}, {}}}, "Response",
+                                {{"Seed", ""}, {"Replicates", "2"}}};
+  a.SetDesign(design);
   // The sheet as both windows' runs read it, before a later edit.
   auto data = std::make_shared<Worksheet>(a);
   data->SetText(4, 2, "as it was");
@@ -138,6 +143,11 @@ void WithPlainSeries(Project& project) {
       for (auto& series : chart.series) series.stepped = series.dashed = false;
 }
 
+// Formats before 4 stored no designs: their sheets open as plain worksheets.
+void WithoutDesigns(Project& project) {
+  for (auto& entry : project.sheets) entry.sheet.SetDesign(std::nullopt);
+}
+
 // Format 1 stored no runs: its windows open without one.
 TEST(ProjectFileTest, AProjectOfFormatOneOpensWithoutRuns) {
   TempFolder folder;
@@ -145,9 +155,10 @@ TEST(ProjectFileTest, AProjectOfFormatOneOpensWithoutRuns) {
   Project old = AwkwardProject();
   for (auto& result : old.results) result.window.run = nullptr;
   SaveProject(path, old);
-  ExecSql(path, "DROP TABLE runs; DROP TABLE run_settings; DROP TABLE run_data; "
+  ExecSql(path, "DROP TABLE runs; DROP TABLE run_settings; DROP TABLE run_data; DROP TABLE sheet_designs; "
                 "ALTER TABLE chart_series DROP COLUMN style; PRAGMA user_version=1;");
   WithPlainSeries(old);
+  WithoutDesigns(old);
   ExpectSameProject(LoadProject(path), old);
 }
 
@@ -157,8 +168,21 @@ TEST(ProjectFileTest, AProjectOfFormatTwoOpensWithPlainSeries) {
   const std::string path = folder.Path("old.orv");
   Project old = AwkwardProject();
   SaveProject(path, old);
-  ExecSql(path, "ALTER TABLE chart_series DROP COLUMN style; PRAGMA user_version=2;");
+  ExecSql(path, "DROP TABLE sheet_designs; ALTER TABLE chart_series DROP COLUMN style; PRAGMA user_version=2;");
   WithPlainSeries(old);
+  WithoutDesigns(old);
+  ExpectSameProject(LoadProject(path), old);
+}
+
+// Format 3 stored no designs: a design sheet of a newer file, saved there,
+// would open as a plain worksheet.
+TEST(ProjectFileTest, AProjectOfFormatThreeOpensWithoutDesigns) {
+  TempFolder folder;
+  const std::string path = folder.Path("old.orv");
+  Project old = AwkwardProject();
+  SaveProject(path, old);
+  ExecSql(path, "DROP TABLE sheet_designs; PRAGMA user_version=3;");
+  WithoutDesigns(old);
   ExpectSameProject(LoadProject(path), old);
 }
 

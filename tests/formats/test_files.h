@@ -80,6 +80,7 @@ inline void ExpectSameSheet(const worksheet::Worksheet& got, const worksheet::Wo
   ExpectSameCells(got, want);
   EXPECT_EQ(std::pair(got.ActiveRow, got.ActiveCol), std::pair(want.ActiveRow, want.ActiveCol));
   EXPECT_EQ(SelectionKey(got.Selection), SelectionKey(want.Selection));
+  EXPECT_TRUE(got.Design() == want.Design()) << got.Name();
 }
 
 // Doubles compare by their bits, so NaN, -0 and infinities must survive too.

@@ -101,6 +101,7 @@ class RecordingHost : public shell::Host {
  protected:
   shell::DialogOutcome ShowDialog(shell::DialogModel&) override { return shell::DialogOutcome::Cancelled; }
   void OpenResultWindow(shell::ResultWindow) override {}
+  void OpenDesignSheet(worksheet::Worksheet) override {}
   worksheet::Worksheet* CurrentWorksheet() override { return nullptr; }
 };
 
