@@ -4,6 +4,7 @@
 #include "analyses/descriptive_statistics.h"
 #include "analyses/design_sheets.h"
 #include "analyses/estimation_commands.h"
+#include "analyses/factorial_anova.h"
 #include "analyses/estimation_dialogs.h"
 #include "analyses/hypothesis_commands.h"
 #include "analyses/hypothesis_dialogs.h"
@@ -87,6 +88,7 @@ std::vector<CommandDeclaration> InferenceCommands() {
       Design("mnuOneDesign", "One-factor Design...", OneDesignView, "DOEOneFactor"),
       Design("mnuTwoDesign", "Two-factor Design...", TwoDesignView, "DOETwoFactor"),
       Design("mnuFactorDesign", "Factorial Design...", FactorDesignView, "DOESelection"),
+      Graph("DOEAnalysis", kDesign, "Analyze Design...", DOEAnalysisView, {"DOEAnalysisForm"}, 4),
       {.key = "mnuGageRR", .menu = "mnuAnalysis", .caption = "&Gage R&&R Study..."},
   };
 }
@@ -109,6 +111,7 @@ std::vector<shell::DialogDeclaration> InferenceDialogs() {
       {"DOEOneFactor", MakeDOEOneFactor},
       {"DOETwoFactor", MakeDOETwoFactor},
       {"DOESelection", MakeDOESelection},
+      {"DOEAnalysisForm", MakeDOEAnalysisForm},
   };
 }
 
