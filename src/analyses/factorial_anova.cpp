@@ -218,16 +218,19 @@ shell::ChartSeries NormalPlot(const FactorialFit& fit) {
     if (e.inModel) model.push_back(&e);
   std::sort(model.begin(), model.end(),
             [](const FactorialEffect* a, const FactorialEffect* b) { return a->effect < b->effect; });
+  // The significant effects form a series of their own, each labelled a
+  // little right of its point.
   shell::PlotSeries points = NamedSeries("Effects", shell::SeriesType::Points);
+  shell::PlotSeries significant = NamedSeries("Significant effects", shell::SeriesType::Points);
+  significant.color = shell::kRed;
   const double m = static_cast<double>(model.size());
+  const double offset = model.empty() ? 0.0 : 0.02 * (model.back()->effect - model.front()->effect);
   for (std::size_t i = 0; i < model.size(); ++i) {
     const double score = stats::NormalScore(static_cast<double>(i + 1), m);
-    points.x.push_back(model[i]->effect);
-    points.y.push_back(score);
-    if (Significant(fit, *model[i])) {
-      points.marked.push_back(static_cast<long>(i + 1));
-      chart.labels.push_back({TermName(*model[i]), model[i]->effect, score});
-    }
+    shell::PlotSeries& series = Significant(fit, *model[i]) ? significant : points;
+    series.x.push_back(model[i]->effect);
+    series.y.push_back(score);
+    if (&series == &significant) chart.labels.push_back({TermName(*model[i]), model[i]->effect + offset, score});
   }
   // The line an effect of zero mean and the effects' standard error would
   // follow: Lenth's PSE without replicates, twice the coefficient's
@@ -236,15 +239,18 @@ shell::ChartSeries NormalPlot(const FactorialFit& fit) {
   if (fit.layout.replicates == 1 && fit.pse) sigma = *fit.pse;
   else if (fit.errorDf > 0) sigma = 2.0 * std::sqrt(fit.ErrorMS() / static_cast<double>(fit.layout.factorialRuns));
   if (sigma && *sigma > 0.0 && !model.empty()) {
+    // Drawn across the range of the normal scores.
     shell::PlotSeries line = NamedSeries("Reference", shell::SeriesType::Line);
-    for (const double x : {model.front()->effect, model.back()->effect}) {
-      line.x.push_back(x);
-      line.y.push_back(x / *sigma);
+    for (const double score : {stats::NormalScore(1.0, m), stats::NormalScore(m, m)}) {
+      line.x.push_back(score * *sigma);
+      line.y.push_back(score);
     }
     chart.series.push_back(std::move(points));
+    chart.series.push_back(std::move(significant));
     chart.series.push_back(std::move(line));
   } else {
     chart.series.push_back(std::move(points));
+    chart.series.push_back(std::move(significant));
   }
   return chart;
 }
@@ -294,12 +300,13 @@ double CornerMean(const std::vector<CodedRun>& runs, int j, bool high, int other
   return n > 0 ? sum / static_cast<double>(n) : std::nan("");
 }
 
-// A panel of two positions per factor (low, high) with a gap between panels.
-void AddPanelCategories(shell::ChartSeries& chart, const FactorialSheetRuns& read, int j) {
+// A panel of two positions for factor j, low ("A-") and high ("A+"), with
+// a gap before it; `prefix` names the panel of an interaction ("AB ").
+// Short captions keep ten panels readable; the grid gives the settings.
+void AddPanelCategories(shell::ChartSeries& chart, int j, const std::string& prefix = {}) {
   if (!chart.categories.empty()) chart.categories.emplace_back();
-  const auto jj = static_cast<std::size_t>(j);
-  chart.categories.push_back(read.names[jj] + " " + NumberText(read.lows[jj]));
-  chart.categories.push_back(read.names[jj] + " " + NumberText(read.highs[jj]));
+  chart.categories.push_back(prefix + FactorLetter(j) + "-");
+  chart.categories.push_back(prefix + FactorLetter(j) + "+");
 }
 
 shell::ChartSeries MainEffectsPlot(const FactorialFit& fit, const FactorialSheetRuns& read) {
@@ -309,7 +316,7 @@ shell::ChartSeries MainEffectsPlot(const FactorialFit& fit, const FactorialSheet
   chart.xTitle = "Factor level";
   chart.yTitle = "Mean";
   for (int j = 0; j < fit.layout.factors; ++j) {
-    AddPanelCategories(chart, read, j);
+    AddPanelCategories(chart, j);
     shell::PlotSeries series = NamedSeries(read.names[static_cast<std::size_t>(j)], shell::SeriesType::Line);
     for (const bool high : {false, true}) {
       series.x.push_back(3.0 * j + (high ? 2.0 : 1.0));
@@ -330,8 +337,8 @@ shell::ChartSeries InteractionPlot(const FactorialFit& fit, const FactorialSheet
   int panel = 0;
   for (int i = 0; i < fit.layout.factors; ++i) {
     for (int j = i + 1; j < fit.layout.factors; ++j, ++panel) {
-      AddPanelCategories(chart, read, i);
       const std::string pair = EffectName((1U << i) | (1U << j));
+      AddPanelCategories(chart, i, pair + " ");
       const auto jj = static_cast<std::size_t>(j);
       for (const bool other_high : {false, true}) {
         shell::PlotSeries series = NamedSeries(

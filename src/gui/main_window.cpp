@@ -441,6 +441,8 @@ WorksheetWindow* MainWindow::OpenDataFile(const QString& path) {
 
 WorksheetWindow* MainWindow::OpenDesignSheet(worksheet::Worksheet sheet) {
   auto* window = new WorksheetWindow(std::make_unique<worksheet::Worksheet>(std::move(sheet)));
+  // The description beside the runs is read whole.
+  window->View()->resizeColumnToContents(static_cast<int>(window->Sheet().DataColCnt()) - 1);
   AddChild(window);
   SetDocumentMenusEnabled(true);
   return window;
