@@ -476,7 +476,8 @@ void MainWindow::AddContextMenus(QWidget* widget) {
     QList<QAction*> actions = tools({"mnuCut", "mnuCopy", "mnuPaste", "mnuDel", nullptr, "mnuInsertRow",
                                      "mnuInsertCol", "mnuDelRow", "mnuDelCol", nullptr, "mnuSort"});
     // A design sheet offers its analysis first.
-    if (sheet->Sheet().Design()) actions = tools({"DOEAnalysis", nullptr}) + actions;
+    if (const auto& design = sheet->Sheet().Design(); design && !design->analysis.empty())
+      actions = tools({design->analysis.c_str(), nullptr}) + actions;
     for (QWidget* target : {static_cast<QWidget*>(sheet->View()), static_cast<QWidget*>(sheet->View()->horizontalHeader()),
                             static_cast<QWidget*>(sheet->View()->verticalHeader())}) {
       target->setContextMenuPolicy(Qt::ActionsContextMenu);
