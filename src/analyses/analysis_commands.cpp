@@ -4,6 +4,7 @@
 #include "analyses/descriptive_statistics.h"
 #include "analyses/design_sheets.h"
 #include "analyses/estimation_commands.h"
+#include "analyses/factorial_anova.h"
 #include "analyses/estimation_dialogs.h"
 #include "analyses/gage_rr_analysis.h"
 #include "analyses/gage_rr_study.h"
@@ -90,6 +91,7 @@ std::vector<CommandDeclaration> InferenceCommands() {
       Design("mnuOneDesign", "One-factor Design...", OneDesignView, "DOEOneFactor"),
       Design("mnuTwoDesign", "Two-factor Design...", TwoDesignView, "DOETwoFactor"),
       Design("mnuFactorDesign", "Factorial Design...", FactorDesignView, "DOESelection"),
+      Graph("DOEAnalysis", kDesign, "Analyze Design...", DOEAnalysisView, {"DOEAnalysisForm"}, 4),
       {.key = "mnuGageRR", .menu = "mnuAnalysis", .submenu = kGage, .caption = "&Gage R&&R Study...",
        .run = GageRRStudyView, .dialogs = {"GageRRFactor"}, .window = shell::WindowKind::DOEDoc},
       Graph("GageRRAnalysis", kGage, "Gage R&&R &Analysis", GageRRAnalysis, {}, 6),
@@ -117,6 +119,7 @@ std::vector<shell::DialogDeclaration> InferenceDialogs() {
       // The last study's settings stand for those of a worksheet block
       // analysed without a study sheet.
       {"GageRRFactor", MakeGageRRFactor, true},
+      {"DOEAnalysisForm", MakeDOEAnalysisForm},
   };
 }
 

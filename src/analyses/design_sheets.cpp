@@ -252,6 +252,7 @@ std::unique_ptr<shell::DialogModel> MakeDOESelection() { return std::make_unique
 worksheet::Worksheet LevelDesignSheet(std::string name, const LevelDesignSettings& s) {
   worksheet::SheetDesign design;
   design.kind = s.factors.size() == 1 ? worksheet::design_kinds::kOneFactor : worksheet::design_kinds::kTwoFactor;
+  design.analysis = worksheet::design_kinds::kAnalysisKey;
   design.columns = {"StdOrder", "RunOrder"};
   for (const auto& factor : s.factors) {
     design.columns.push_back(factor.name);
@@ -282,6 +283,7 @@ worksheet::Worksheet LevelDesignSheet(std::string name, const LevelDesignSetting
 worksheet::Worksheet FactorialSheet(std::string name, const FactorialSettings& s) {
   worksheet::SheetDesign design;
   design.kind = worksheet::design_kinds::kFactorial;
+  design.analysis = worksheet::design_kinds::kAnalysisKey;
   design.columns = {"StdOrder", "RunOrder", "Label"};
   for (int j = 0; j < s.factors; ++j) {
     design.columns.push_back(s.names[j]);

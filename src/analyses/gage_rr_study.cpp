@@ -35,6 +35,7 @@ worksheet::Worksheet GageStudySheet(std::string name, const GageRRSettings& s) {
                     {"Appraiser", s.appraiserNames, {}, {}},
                     {"Trial", Numbered(s.trials), {}, {}}};
   design.response = "Measurement";
+  design.analysis = "GageRRAnalysis";
   design.Set("Tolerance", s.tolerance ? RoundTripText(*s.tolerance) : std::string());
   design.Set("Multiplier", RoundTripText(s.multiplier));
   design.Set("Method", s.method == GageMethod::XbarR ? "XbarR" : "ANOVA");

@@ -124,6 +124,10 @@ shell::ResultWindow MakeReport(const OneWayFit& fit, const std::string& factor_n
   return window;
 }
 
+// Checks the levels, fits them and shows the report, writing the completed
+// line or, for levels it cannot use, the refusal and the cancel line.
+void FitAndShow(shell::Host& host, const worksheet::Worksheet& sheet, const OnewaySettings& settings);
+
 }  // namespace
 
 Oneway::Oneway(std::vector<BlockColumn> columns)
@@ -172,7 +176,21 @@ void OnewayView(shell::Host& host) {
     host.Log().AppendSessionLine(kLines.cancel);
     return;
   }
-  const auto levels = ReadLevels(*sheet, host.CurrentSelection(), *settings);
+  FitAndShow(host, *sheet, *settings);
+}
+
+void OnewayOfDesign(shell::Host& host, const worksheet::Worksheet& sheet, long response_column, long factor_column,
+                    long first_row, long last_row) {
+  host.CurrentSelection() = {std::min(response_column, factor_column), std::max(response_column, factor_column),
+                             first_row, last_row, 1, 1, {}, 0};
+  host.Log().AppendSessionLine(kLines.Starting());
+  FitAndShow(host, sheet, {true, response_column, factor_column});
+}
+
+namespace {
+
+void FitAndShow(shell::Host& host, const worksheet::Worksheet& sheet, const OnewaySettings& settings) {
+  const auto levels = ReadLevels(sheet, host.CurrentSelection(), settings);
   if (const auto refusal = Check(levels)) {
     host.Refuse(*refusal);
     host.Log().AppendSessionLine(kLines.cancel);
@@ -180,10 +198,12 @@ void OnewayView(shell::Host& host) {
   }
   const OneWayFit fit = FitOneWay(levels);
   const std::string factor_name =
-      settings->stacked ? sheet->ColumnHeader(settings->factorColumn) : std::string("Factor");
+      settings.stacked ? sheet.ColumnHeader(settings.factorColumn) : std::string("Factor");
   // Numbers beyond a double (values near 1e308) end in the failure path.
   shell::ShowResultOrFail(host, MakeReport(fit, factor_name), worksheet::messages::kInputValidData, kLines.cancel);
   host.Log().AppendSessionLine(kLines.Completed());
 }
+
+}  // namespace
 
 }  // namespace orvik::analyses

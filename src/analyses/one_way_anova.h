@@ -42,4 +42,11 @@ std::unique_ptr<shell::DialogModel> MakeOneway();
 // ANOVA" after the refusal.
 void OnewayView(shell::Host& host);
 
+// The one-way ANOVA of a one-factor design sheet, without the dialog: the
+// response and factor columns over rows first_row to last_row of `sheet`
+// (the factor named by its column header), with the same report, lines
+// and refusals as OnewayView.
+void OnewayOfDesign(shell::Host& host, const worksheet::Worksheet& sheet, long response_column, long factor_column,
+                    long first_row, long last_row);
+
 }  // namespace orvik::analyses

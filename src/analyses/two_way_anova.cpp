@@ -143,6 +143,22 @@ shell::ResultWindow MakeReport(const TwoWayFit& fit, const Layout& layout, const
   return window;
 }
 
+// Checks the layout, fits it and shows the report with the completed line,
+// or the refusal and the cancel line.
+void FitAndShow(shell::Host& host, const worksheet::Worksheet& sheet, const TwowaySettings& settings) {
+  const Layout layout = ReadLayout(sheet, host.CurrentSelection(), settings);
+  if (const auto refusal = Check(layout)) {
+    host.Refuse(*refusal);
+    host.Log().AppendSessionLine(kLines.cancel);
+    return;
+  }
+  const TwoWayFit fit = FitTwoWay(layout.cells);
+  // Numbers beyond a double (values near 1e308) end in the failure path.
+  shell::ShowResultOrFail(host, MakeReport(fit, layout, sheet.ColumnHeader(settings.rowFactor),
+                                   sheet.ColumnHeader(settings.columnFactor)), worksheet::messages::kInputValidData, kLines.cancel);
+  host.Log().AppendSessionLine(kLines.Completed());
+}
+
 }  // namespace
 
 Twoway::Twoway(std::vector<BlockColumn> columns) : ColumnChoiceDialog("Twoway", "Two-way ANOVA", std::move(columns)) {
@@ -170,17 +186,15 @@ void TwowayView(shell::Host& host) {
   Twoway dialog(columns);
   const auto settings = shell::AskParameters(host, dialog);
   if (!settings) return;
-  const Layout layout = ReadLayout(*sheet, host.CurrentSelection(), *settings);
-  if (const auto refusal = Check(layout)) {
-    host.Refuse(*refusal);
-    host.Log().AppendSessionLine(kLines.cancel);
-    return;
-  }
-  const TwoWayFit fit = FitTwoWay(layout.cells);
-  // Numbers beyond a double (values near 1e308) end in the failure path.
-  shell::ShowResultOrFail(host, MakeReport(fit, layout, sheet->ColumnHeader(settings->rowFactor),
-                                   sheet->ColumnHeader(settings->columnFactor)), worksheet::messages::kInputValidData, kLines.cancel);
-  host.Log().AppendSessionLine(kLines.Completed());
+  FitAndShow(host, *sheet, *settings);
+}
+
+void TwowayOfDesign(shell::Host& host, const worksheet::Worksheet& sheet, long response_column, long row_factor,
+                    long column_factor, long first_row, long last_row) {
+  host.CurrentSelection() = {std::min({response_column, row_factor, column_factor}),
+                             std::max({response_column, row_factor, column_factor}), first_row, last_row, 1, 1, {}, 0};
+  host.Log().AppendSessionLine(kLines.Starting());
+  FitAndShow(host, sheet, {response_column, row_factor, column_factor});
 }
 
 }  // namespace orvik::analyses

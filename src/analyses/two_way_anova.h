@@ -41,4 +41,11 @@ inline constexpr const char* kUnbalanced =
     "Unbalanced data: every combination of the two factors needs the same number of observations";
 void TwowayView(shell::Host& host);
 
+// The two-way ANOVA of a two-factor design sheet, without the dialog: the
+// response and the two factor columns over rows first_row to last_row of
+// `sheet` (the factors named by their column headers), with the same
+// report, lines and refusals as TwowayView.
+void TwowayOfDesign(shell::Host& host, const worksheet::Worksheet& sheet, long response_column, long row_factor,
+                    long column_factor, long first_row, long last_row);
+
 }  // namespace orvik::analyses

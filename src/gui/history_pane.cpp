@@ -58,7 +58,9 @@ QString HistoryPane::SheetFileOf(const shell::CommandRun& run) {
   const QString path =
       QDir(folder_).filePath(QStringLiteral("sheet-%1.csv").arg(static_cast<qulonglong>(files_.size() + 1), 4, 10, QLatin1Char('0')));
   std::ofstream out(path.toStdString(), std::ios::binary);
-  formats::WriteDelimitedText(out, *run.data, formats::DelimitedOptions{});
+  // A design sheet keeps its headings as row 1, from which orvik-cli
+  // recognises the design again.
+  formats::WriteDelimitedText(out, *run.data, formats::DelimitedOptions{',', run.data->Design().has_value()});
   if (!out) return {};
   // The copy stays alive with its file, so its address names only it.
   kept_[run.data.get()] = run.data;

@@ -457,6 +457,8 @@ WorksheetWindow* MainWindow::OpenDataFile(const QString& path) {
 
 WorksheetWindow* MainWindow::OpenDesignSheet(worksheet::Worksheet sheet) {
   auto* window = new WorksheetWindow(std::make_unique<worksheet::Worksheet>(std::move(sheet)));
+  // The description beside the runs is read whole.
+  window->View()->resizeColumnToContents(static_cast<int>(window->Sheet().DataColCnt()) - 1);
   AddChild(window);
   SetDocumentMenusEnabled(true);
   return window;
@@ -491,8 +493,8 @@ void MainWindow::AddContextMenus(QWidget* widget) {
     QList<QAction*> actions = tools({"mnuCut", "mnuCopy", "mnuPaste", "mnuDel", nullptr, "mnuInsertRow",
                                      "mnuInsertCol", "mnuDelRow", "mnuDelCol", nullptr, "mnuSort"});
     // A design sheet offers its analysis first.
-    if (const auto& design = sheet->Sheet().Design())
-      actions = tools({design->kind == "GageRR" ? "GageRRAnalysis" : "DOEAnalysis", nullptr}) + actions;
+    if (const auto& design = sheet->Sheet().Design(); design && !design->analysis.empty())
+      actions = tools({design->analysis.c_str(), nullptr}) + actions;
     for (QWidget* target : {static_cast<QWidget*>(sheet->View()), static_cast<QWidget*>(sheet->View()->horizontalHeader()),
                             static_cast<QWidget*>(sheet->View()->verticalHeader())}) {
       target->setContextMenuPolicy(Qt::ActionsContextMenu);

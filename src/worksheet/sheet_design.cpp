@@ -86,6 +86,7 @@ void SheetDesign::Set(std::string key, std::string value) {
 
 std::string DesignText(const SheetDesign& design) {
   std::string text = "kind\t" + Escaped(design.kind) + "\n";
+  if (!design.analysis.empty()) text += "analysis\t" + Escaped(design.analysis) + "\n";
   for (const auto& column : design.columns) text += "column\t" + Escaped(column) + "\n";
   for (const auto& factor : design.factors) {
     text += "factor\t" + Escaped(factor.name) + "\t" + (factor.low ? NumberText(*factor.low) : "") + "\t" +
@@ -110,6 +111,8 @@ std::optional<SheetDesign> ParseDesignText(std::string_view text) {
     if (tag == "kind" && fields.size() == 2) {
       design.kind = fields[1];
       has_kind = true;
+    } else if (tag == "analysis" && fields.size() == 2) {
+      design.analysis = fields[1];
     } else if (tag == "column" && fields.size() == 2) {
       design.columns.push_back(fields[1]);
     } else if (tag == "factor" && fields.size() >= 4) {
@@ -165,6 +168,7 @@ std::optional<SheetDesign> RecognizeDesign(const Worksheet& sheet) {
   const long first_factor = std::max({std_order, run_order, label}) + 1;
   if (response <= first_factor) return std::nullopt;
   SheetDesign design;
+  design.analysis = design_kinds::kAnalysisKey;
   design.columns = {headings[std_order], headings[run_order]};
   if (label >= 0) design.columns.push_back(headings[label]);
   for (long i = first_factor; i < response; ++i) {

@@ -27,9 +27,12 @@ struct DesignFactor {
 // the response, and the settings the design was made with (replicates,
 // centre points, seed, ...), kept so that its analysis asks nothing more.
 // Sheets of other kinds (a study sheet) use the same record with their own
-// kind, columns and settings.
+// kind, columns, settings and analysis.
 struct SheetDesign {
   std::string kind;
+  // The tool key of the command that analyses the sheet ("DOEAnalysis"),
+  // which the sheet's own menu offers.
+  std::string analysis;
   std::vector<std::string> columns;
   std::vector<DesignFactor> factors;
   std::string response;
@@ -47,6 +50,8 @@ namespace design_kinds {
 inline constexpr const char* kOneFactor = "OneFactor";
 inline constexpr const char* kTwoFactor = "TwoFactor";
 inline constexpr const char* kFactorial = "Factorial";
+// The command that analyses them.
+inline constexpr const char* kAnalysisKey = "DOEAnalysis";
 }  // namespace design_kinds
 
 // The design as one text (a line per item, fields separated by tabs, with

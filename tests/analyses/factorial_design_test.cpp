@@ -57,8 +57,12 @@ TEST(FactorialDesignTest, SheetPlacesEveryRunOnceWithItsSettings) {
     standard.insert(std::string(sheet.Text(row, 1)));
     const bool centre = sheet.Text(row, 3) == "0";
     EXPECT_EQ(centre, sheet.Text(row, 1) == "17");
-    if (centre) EXPECT_EQ(sheet.Text(row, 4), "30");
-    if (sheet.Text(row, 3) == "ac") EXPECT_EQ(std::string(sheet.Text(row, 4)) + std::string(sheet.Text(row, 5)), "401");
+    if (centre) {
+      EXPECT_EQ(sheet.Text(row, 4), "30");
+    }
+    if (sheet.Text(row, 3) == "ac") {
+      EXPECT_EQ(std::string(sheet.Text(row, 4)) + std::string(sheet.Text(row, 5)), "401");
+    }
     EXPECT_EQ(sheet.Text(row, 7), "");
   }
   EXPECT_EQ(standard.size(), 17u);

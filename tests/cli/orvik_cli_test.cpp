@@ -10,6 +10,8 @@
 #include <string>
 #include <sys/wait.h>
 
+#include "analyses/design_sheets.h"
+#include "formats/project_file.h"
 #include "formats/workbook_file.h"
 #include "support/case_table.h"
 
@@ -128,6 +130,28 @@ TEST(OrvikCliFilesTest, SheetsComeFromWorkbooksAndDamagedProjectsAreUsageErrors)
   const Answer refused = RunCli("select --sheet " + broken + " --select B:B");
   EXPECT_EQ(refused.status, 2);
   EXPECT_NE(refused.out.find("is incomplete"), std::string::npos) << refused.out;
+}
+
+// A design sheet saved in a project and filled in there is analysed from
+// its kept design: the factor columns hold real settings (Temp 150 and 180),
+// coded from the design's low and high, and the runs are in random order.
+TEST(OrvikCliFilesTest, AProjectsDesignSheetIsAnalysedFromItsKeptDesign) {
+  orvik::analyses::FactorialSettings settings{4, 1, 0, false, {"Temp", "B", "C", "D"}, {150, -1, -1, -1},
+                                              {180, 1, 1, 1}, 7u};
+  orvik::formats::Project project;
+  project.sheets.push_back({orvik::analyses::FactorialSheet("Design 1", settings), {}, std::nullopt});
+  project.order = {{orvik::formats::Project::Document::Kind::Sheet, 0}};
+  orvik::worksheet::Worksheet& sheet = project.sheets[0].sheet;
+  // Montgomery's filtration rates by standard order.
+  const char* const rates[] = {"45", "71", "48", "65", "68", "60", "80", "65",
+                               "43", "100", "45", "104", "75", "86", "70", "96"};
+  for (long row = 1; row <= 16; ++row) sheet.SetText(row, 8, rates[std::stoi(std::string(sheet.Text(row, 1))) - 1]);
+  const std::string path = (std::filesystem::temp_directory_path() / "orvik_cli_test_design.orv").string();
+  orvik::formats::SaveProject(path, project);
+  const Answer answer = RunCli("run DOEAnalysis --sheet " + path + " --format json");
+  EXPECT_NE(answer.out.find(R"(["A","Temp","150","180"])"), std::string::npos) << answer.out;
+  EXPECT_NE(answer.out.find(R"(["Active effects","A, C, AC, D, AD"])"), std::string::npos) << answer.out;
+  EXPECT_NE(answer.out.find("Factorial ANOVA is completed"), std::string::npos);
 }
 
 }  // namespace

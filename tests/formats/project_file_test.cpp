@@ -50,7 +50,7 @@ Project AwkwardProject() {
   first.formats.push_back({{1, 1, 2, 3}, {true, std::nullopt, false, worksheet::Alignment::Center, 0xFF0000u, {}}});
   first.formats.push_back({{1, 1, 1000, 1}, {std::nullopt, true, std::nullopt, std::nullopt, {}, 0x00FF00u}});
   // A design sheet whose names hold the characters its stored text escapes.
-  worksheet::SheetDesign design{"Factorial", {"StdOrder", "Temp\\t\tC", "Response"},
+  worksheet::SheetDesign design{"Factorial", "DOEAnalysis", {"StdOrder", "Temp\\t\tC", "Response"},
                                 {{"Temp\\t\tC", {}, -1.5, 2e300}, {"Line\n2", {"x", "", "y\r"}, {}, {}}}, "Response",
                                 {{"Seed", ""}, {"Replicates", "2"}}};
   a.SetDesign(design);
