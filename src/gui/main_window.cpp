@@ -403,7 +403,9 @@ void MainWindow::OpenGivenLimits(const ResultWindowWidget* result) {
   // The window may close while its command runs again; the record it was
   // made from is kept for the run.
   const shell::ResultWindow record = result->Record();
+  carried_looks_ = record.presentation;
   RunGuarded([this, &record] { commands::OpenGivenLimits(host_, record); });
+  carried_looks_.clear();
 }
 
 void MainWindow::UpdateGivenLimitsTool() {
@@ -440,6 +442,7 @@ WorksheetWindow* MainWindow::OpenDataFile(const QString& path) {
 }
 
 ResultWindowWidget* MainWindow::OpenResultWindow(shell::ResultWindow window) {
+  if (window.presentation.empty()) window.presentation = carried_looks_;
   auto* widget = new ResultWindowWidget(std::move(window));
   connect(widget, &ResultWindowWidget::givenLimitsRequested, this, [this, widget] { OpenGivenLimits(widget); });
   AddChild(widget);
@@ -478,7 +481,7 @@ void MainWindow::AddContextMenus(QWidget* widget) {
       connect(copy_image, &QAction::triggered, chart, [chart] { QApplication::clipboard()->setPixmap(chart->toPixmap()); });
       auto* reset_view = new QAction(QStringLiteral("Reset View"), chart);
       reset_view->setObjectName(QStringLiteral("miResetView"));
-      connect(reset_view, &QAction::triggered, chart, [chart] { chart->Draw(chart->Description()); });
+      connect(reset_view, &QAction::triggered, chart, &ChartView::ResetView);
       chart->setContextMenuPolicy(Qt::ActionsContextMenu);
       chart->addAction(copy_image);
       chart->addActions(tools({"mnuGraphSave", "mnuChartDataCopy", "mnuChartPrint", "mnuChartProperty"}));
