@@ -7,7 +7,9 @@
 # OUT    the picture to write (default: orvik-screenshot.png)
 # DATA   the sheet to open (default: the first file of examples/, else a
 #        generated sheet of 25 rows by 5 columns of measurements)
-# KEY    the tool key to run, as a menu click would (default: mnuHistogram)
+# KEY    the tool key to run, as a menu click would (default: mnuHistogram);
+#        several keys joined by '+' run in turn ("mnuBarX-R+mnuChartProperty"),
+#        and a window they leave open is saved beside OUT as OUT-NAME.png
 # RANGE  the block to select first, as orvik-cli writes it (default: A:E)
 # DIALOG.CONTROL=VALUE  dialog answers, as orvik-cli's --set takes them
 #
@@ -21,6 +23,8 @@ range=${4:-A:E}
 [ $# -gt 4 ] && shift 4 || set --
 sets=""
 for setting in "$@"; do sets="$sets --set $setting"; done
+runs=""
+for k in $(echo "$key" | tr '+' ' '); do runs="$runs --run $k"; done
 bin=${ORVIK_BIN:-$root/build/bin/orvik}
 
 if [ ! -x "$bin" ]; then
@@ -41,5 +45,5 @@ fi
 case $out in /*) ;; *) out=$(pwd)/$out ;; esac
 
 XDG_RUNTIME_DIR=$tmp xvfb-run -a -s "-screen 0 1400x900x24" \
-  "$bin" "$data" --select "$range" --run "$key" $sets --screenshot "$out"
+  "$bin" "$data" --select "$range" $runs $sets --screenshot "$out"
 echo "saved $out"

@@ -78,8 +78,7 @@ std::vector<shell::CommandDeclaration> AccessoryWindowCommands() {
       Window("mnuMemo", "mnuTool", "", "&Memo"),
       Window("mnuDate", "mnuTool", "", "Calen&dar"),
       Window("mnuInformation", "mnuHelp", "", "&About Orvik 2.0"),
-      // The help file is not part of the program yet.
-      Window("mnuContents", "mnuHelp", "", "&Contents", false),
+      Window("mnuContents", "mnuHelp", "", "&Contents"),
   };
 }
 

@@ -21,6 +21,7 @@
 #include <memory>
 
 #include "formats/byte_codec.h"
+#include "formats/chart_presentation_text.h"
 #include "formats/sqlite_db.h"
 
 namespace orvik::formats {
@@ -76,7 +77,10 @@ CREATE TABLE runs(result INTEGER PRIMARY KEY, command_key TEXT NOT NULL, data IN
 CREATE TABLE run_settings(result INTEGER, seq INTEGER, dialog TEXT NOT NULL, control TEXT NOT NULL,
   value TEXT NOT NULL);
 CREATE TABLE sheet_designs(sheet INTEGER PRIMARY KEY, design TEXT NOT NULL);
+CREATE TABLE chart_looks(result INTEGER, chart TEXT NOT NULL, settings TEXT NOT NULL);
 )sql";
+// Tables that files of any format may lack; a missing one reads as empty.
+const char* const kOptionalTables[] = {"chart_looks"};
 
 // The first format version with the runs of the result windows; older files
 // open with windows whose making is not known.
@@ -324,6 +328,18 @@ void WriteResult(SqliteDb& db, std::int64_t id, const shell::ResultWindow& windo
 // The runs of the result windows, with the data sheets they read. A data
 // sheet is written once, at the first run that reads it, however many
 // windows share it; its ids follow the worksheet windows'.
+// The look the user gave each restyled chart, by window and chart name.
+void WriteChartLooks(SqliteDb& db, const Project& project) {
+  SqliteStatement insert(db, "INSERT INTO chart_looks VALUES(?,?,?)");
+  for (std::size_t i = 0; i < project.results.size(); ++i)
+    for (const shell::ChartPresentation& look : project.results[i].window.presentation) {
+      insert.Bind(1, static_cast<std::int64_t>(i));
+      insert.Bind(2, look.chart);
+      insert.Bind(3, PresentationText(look));
+      insert.Run();
+    }
+}
+
 void WriteRuns(SqliteDb& db, const Project& project) {
   SqliteStatement data(db, "INSERT INTO run_data VALUES(?,?,?,?)");
   SqliteStatement insert(db, "INSERT INTO runs VALUES(?,?,?,?,?,?,?,?)");
@@ -401,6 +417,7 @@ void WriteProject(SqliteDb& db, const Project& project, const std::function<void
   for (std::size_t i = 0; i < project.results.size(); ++i)
     WriteResult(db, static_cast<std::int64_t>(i), project.results[i].window);
   WriteRuns(db, project);
+  WriteChartLooks(db, project);
   if (progress) progress(SaveStage::ResultsWritten);
 
   SqliteStatement document(db, "INSERT INTO documents VALUES(?,?,?,?,?,?,?,?,?)");
@@ -529,6 +546,12 @@ std::vector<std::string> TableColumns(SqliteDb& db, const std::string& table) {
   return columns;
 }
 
+bool HasTable(SqliteDb& db, const std::string& table) {
+  SqliteStatement found(db, "SELECT 1 FROM sqlite_schema WHERE type = 'table' AND name = ?1");
+  found.Bind(1, table);
+  return found.Step();
+}
+
 // Checks that the file holds the tables this program writes and nothing
 // else: each a plain table with exactly the columns of kSchema (format 1
 // lacks the three tables of the runs, formats 1 and 2 the series' style
@@ -561,6 +584,8 @@ void CheckSchema(const std::string& path, SqliteDb& db, std::int64_t format) {
       Damaged(path, "it holds the " + type + " \"" + name + "\", which no Orvik project has");
     ++tables_found;
   }
+  for (const char* optional : kOptionalTables)
+    if (!HasTable(db, optional)) expected.erase(optional);
   if (tables_found != expected.size()) Damaged(path, "tables are missing");
   for (const auto& [name, columns] : expected)
     if (TableColumns(db, name) != columns) Damaged(path, "the table \"" + name + "\" has other columns");
@@ -583,6 +608,7 @@ class ProjectReader {
     if (format >= kFirstVersionWithDesigns) ReadDesigns(project);
     ReadResults(project, format >= kFirstVersionWithSeriesStyle);
     if (with_runs) ReadRuns(project);
+    if (HasTable(db_, "chart_looks")) ReadChartLooks(project);
     ReadOrder(project);
     return project;
   }
@@ -881,6 +907,17 @@ class ProjectReader {
   // The runs of the result windows. Windows whose runs read the same data
   // sheet share one copy of it again; the copy carries the selection of the
   // first run that reads it, as it did when the run was recorded.
+  void ReadChartLooks(Project& project) {
+    SqliteStatement looks(db_, "SELECT * FROM chart_looks ORDER BY result, rowid");
+    while (looks.Step()) {
+      shell::ResultWindow& window = ResultAt(project, looks.Int(0));
+      std::optional<shell::ChartPresentation> look = ParsePresentation(looks.Text(2));
+      if (!look) Bad("chart look");
+      look->chart = looks.Text(1);
+      window.presentation.push_back(std::move(*look));
+    }
+  }
+
   void ReadRuns(Project& project) {
     std::vector<std::shared_ptr<const worksheet::Worksheet>> shared(data_sheets_.size());
     std::vector<std::shared_ptr<shell::CommandRun>> runs(project.results.size());

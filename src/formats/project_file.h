@@ -65,7 +65,8 @@ struct Project {
 // The format version this program writes; files of a higher version are
 // refused, files of this version or lower are read. Version 2 added the
 // result windows' runs, version 3 the drawing style of chart series
-// (stepped limits, dashed lines), version 4 the designs of design sheets.
+// (stepped limits, dashed lines), version 4 the designs of design sheets
+// and the looks of restyled charts.
 inline constexpr int kProjectFormatVersion = 4;
 
 // A project file that cannot be read. what() is the message the user sees,

@@ -17,6 +17,39 @@ QColor ToColor(shell::Rgb rgb) {
   return QColor((rgb.value >> 16) & 0xFF, (rgb.value >> 8) & 0xFF, rgb.value & 0xFF);
 }
 
+shell::Rgb ToRgb(const QColor& color) { return shell::Rgb{static_cast<std::uint32_t>(color.rgb() & 0xFFFFFF)}; }
+
+Qt::PenStyle PenStyleOf(shell::LineStyle style) {
+  switch (style) {
+    case shell::LineStyle::Solid: return Qt::SolidLine;
+    case shell::LineStyle::Dash: return Qt::DashLine;
+    case shell::LineStyle::Dot: return Qt::DotLine;
+    case shell::LineStyle::DashDot: return Qt::DashDotLine;
+    case shell::LineStyle::None: return Qt::NoPen;
+  }
+  return Qt::SolidLine;
+}
+
+QCPScatterStyle::ScatterShape ShapeOf(shell::MarkerShape shape) {
+  switch (shape) {
+    case shell::MarkerShape::Circle: return QCPScatterStyle::ssCircle;
+    case shell::MarkerShape::Disc: return QCPScatterStyle::ssDisc;
+    case shell::MarkerShape::Square: return QCPScatterStyle::ssSquare;
+    case shell::MarkerShape::Diamond: return QCPScatterStyle::ssDiamond;
+    case shell::MarkerShape::Triangle: return QCPScatterStyle::ssTriangle;
+    case shell::MarkerShape::Cross: return QCPScatterStyle::ssCross;
+    case shell::MarkerShape::Plus: return QCPScatterStyle::ssPlus;
+    case shell::MarkerShape::Star: return QCPScatterStyle::ssStar;
+    case shell::MarkerShape::None: return QCPScatterStyle::ssNone;
+  }
+  return QCPScatterStyle::ssCircle;
+}
+
+bool HasBars(const shell::ChartSeries& chart) {
+  return std::any_of(chart.series.begin(), chart.series.end(),
+                     [](const shell::PlotSeries& series) { return series.type == shell::SeriesType::Bar; });
+}
+
 const QColor kSeriesColors[] = {QColor(0, 0, 160), QColor(0, 128, 0), QColor(160, 80, 0), QColor(120, 0, 120)};
 
 // Points are drawn with markers only while they stay legible; beyond this
@@ -45,8 +78,8 @@ QVector<double> XValues(const shell::PlotSeries& series, std::size_t count) {
 
 }  // namespace
 
-QFont ChartFont(int pixels, bool bold) {
-  QFont font(QStringLiteral("Arial"));
+QFont ChartFont(int pixels, bool bold, const QString& family) {
+  QFont font(family.isEmpty() ? QStringLiteral("Arial") : family);
   font.setPixelSize(pixels);
   font.setBold(bold);
   return font;
@@ -55,12 +88,12 @@ QFont ChartFont(int pixels, bool bold) {
 ChartView::ChartView(const shell::ChartSeries& chart, PointInfoSource point_info, QWidget* parent)
     : QCustomPlot(parent), point_info_(std::move(point_info)) {
   setObjectName(QString::fromStdString(chart.name));
-  look_.lineColor = kSeriesColors[0];
   setInteractions(QCP::iRangeDrag | QCP::iRangeZoom | QCP::iSelectPlottables);
   setNoAntialiasingOnDrag(true);
   connect(this, &QCustomPlot::plottableClick, this,
-          [this](QCPAbstractPlottable* plottable, int index, QMouseEvent*) { OnPlottableClick(plottable, index); });
+          [this](QCPAbstractPlottable* plottable, int index, QMouseEvent* event) { OnPlottableClick(plottable, index, event); });
   setMinimumSize(300, 200);
+  setMouseTracking(true);  // hovering shows point information
   // Text sized in pixels, so that a chart drawn onto a printer or a picture
   // of any resolution keeps its text in proportion to its lines.
   const QFont text = ChartFont(12);
@@ -83,13 +116,57 @@ ChartView::ChartView(const shell::ChartSeries& chart, PointInfoSource point_info
   Draw(chart);
 }
 
-void ChartView::SetLook(const Look& look) {
-  look_ = look;
+void ChartView::SetPresentation(const shell::ChartPresentation& presentation) {
+  presentation_ = presentation;
+  presentation_.chart = chart_.name;
   Draw(chart_);
+}
+
+shell::SeriesPresentation ChartView::SeriesStyle(std::size_t index) const {
+  shell::SeriesPresentation style = index < presentation_.series.size() ? presentation_.series[index] : shell::SeriesPresentation{};
+  const shell::SeriesPresentation own = DefaultSeriesStyle(chart_, index);
+  if (!style.lineColor) style.lineColor = own.lineColor;
+  if (!style.lineWidth) style.lineWidth = own.lineWidth;
+  if (!style.lineStyle) style.lineStyle = own.lineStyle;
+  if (!style.marker) style.marker = own.marker;
+  if (!style.markerSize) style.markerSize = own.markerSize;
+  // Markers take the line's colour unless given their own.
+  if (!style.markerColor) style.markerColor = style.lineColor;
+  return style;
+}
+
+shell::SeriesPresentation DefaultSeriesStyle(const shell::ChartSeries& chart, std::size_t index) {
+  shell::SeriesPresentation style;
+  if (index >= chart.series.size()) return style;
+  const shell::PlotSeries& series = chart.series[index];
+  const bool points = series.type == shell::SeriesType::Line || series.type == shell::SeriesType::Points;
+  // A curve over bars is drawn thicker and without markers.
+  const bool overlay = series.type == shell::SeriesType::Line && HasBars(chart) && !series.onSecondAxis;
+  style.lineColor = series.color ? *series.color : ToRgb(kSeriesColors[index % std::size(kSeriesColors)]);
+  style.lineWidth = overlay ? 1.8 : 1.0;
+  style.lineStyle = series.dashed                             ? shell::LineStyle::Dash
+                    : series.type == shell::SeriesType::Points ? shell::LineStyle::None
+                                                               : shell::LineStyle::Solid;
+  style.marker = points && !overlay && !series.stepped ? shell::MarkerShape::Circle : shell::MarkerShape::None;
+  style.markerSize = series.type == shell::SeriesType::Points ? 7.0 : 5.0;
+  if (!style.markerColor) style.markerColor = style.lineColor;
+  return style;
+}
+
+void ChartView::RememberView() {
+  home_ = {xAxis->range(), yAxis->range(), yAxis2->range()};
+}
+
+void ChartView::ResetView() {
+  xAxis->setRange(home_[0]);
+  yAxis->setRange(home_[1]);
+  yAxis2->setRange(home_[2]);
+  replot();
 }
 
 void ChartView::Draw(const shell::ChartSeries& chart) {
   chart_ = chart;
+  presentation_.chart = chart.name;
   clearPlottables();
   // The bar groups of the last drawing, now empty.
   qDeleteAll(findChildren<QCPBarsGroup*>(QString(), Qt::FindDirectChildrenOnly));
@@ -113,16 +190,27 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
     plotLayout()->removeAt(0);
     plotLayout()->simplify();
   }
-  if (!chart.title.empty()) {
+  const shell::ChartPresentation& look = presentation_;
+  const QString family = QString::fromStdString(look.fontFamily);
+  const std::string title_text = look.title.value_or(chart.title);
+  if (!title_text.empty()) {
     plotLayout()->insertRow(0);
-    auto* title = new QCPTextElement(this, QString::fromStdString(chart.title), ChartFont(15, true));
+    auto* title = new QCPTextElement(this, QString::fromStdString(title_text), ChartFont(look.titleSize, true, family));
     plotLayout()->addElement(0, 0, title);
   }
-  xAxis->setLabel(QString::fromStdString(chart.xTitle));
-  yAxis->setLabel(QString::fromStdString(chart.yTitle));
+  xAxis->setLabel(QString::fromStdString(look.x.title.value_or(chart.xTitle)));
+  yAxis->setLabel(QString::fromStdString(look.y.title.value_or(chart.yTitle)));
   yAxis2->setLabel(QString::fromStdString(chart.y2Title));
-  xAxis->grid()->setVisible(look_.gridLines);
-  yAxis->grid()->setVisible(look_.gridLines);
+  for (QCPAxis* axis : {xAxis, yAxis, xAxis2, yAxis2}) {
+    axis->setTickLabelFont(ChartFont(look.tickLabelSize, false, family));
+    axis->setLabelFont(ChartFont(look.axisTitleSize, false, family));
+  }
+  xAxis->grid()->setVisible(look.gridLines);
+  yAxis->grid()->setVisible(look.gridLines);
+  // Linear while the ranges are found: a log axis would refuse ranges
+  // reaching zero or below.
+  xAxis->setScaleType(QCPAxis::stLinear);
+  yAxis->setScaleType(QCPAxis::stLinear);
 
   bool any_second_axis = false;
   double y_min = std::numeric_limits<double>::infinity();
@@ -134,8 +222,7 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
     lo = std::min(lo, v);
     hi = std::max(hi, v);
   };
-  const bool has_bars = std::any_of(chart.series.begin(), chart.series.end(),
-                                   [](const shell::PlotSeries& series) { return series.type == shell::SeriesType::Bar; });
+  const bool has_bars = HasBars(chart);
   // Several bar series over the same positions stand side by side.
   const auto bar_series = std::count_if(chart.series.begin(), chart.series.end(),
                                         [](const shell::PlotSeries& series) { return series.type == shell::SeriesType::Bar; });
@@ -144,9 +231,9 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
     const shell::PlotSeries& series = chart.series[s];
     QCPAxis* value_axis = series.onSecondAxis ? yAxis2 : yAxis;
     any_second_axis |= series.onSecondAxis;
-    const QColor color = series.color ? ToColor(*series.color)
-                         : s == 0    ? look_.lineColor
-                                     : kSeriesColors[s % std::size(kSeriesColors)];
+    const shell::SeriesPresentation style = SeriesStyle(s);
+    const QColor color = ToColor(*style.lineColor);
+    const QCPScatterStyle markers(ShapeOf(*style.marker), ToColor(*style.markerColor), *style.markerSize);
     switch (series.type) {
       case shell::SeriesType::Line:
       case shell::SeriesType::Points: {
@@ -155,12 +242,10 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
         auto* graph = addGraph(xAxis, value_axis);
         graph->setName(QString::fromStdString(series.name));
         graph->setData(x, y, true);
-        QPen pen(color);
-        pen.setStyle(look_.lineStyle);
+        const QPen pen(color, *style.lineWidth, PenStyleOf(*style.lineStyle));
         if (series.stepped) {
           // Limits that change per sample: steps centred on the samples,
           // beneath the points and deaf to clicks.
-          if (series.dashed) pen.setStyle(Qt::DashLine);
           graph->setPen(pen);
           graph->setLineStyle(QCPGraph::lsStepCenter);
           graph->setLayer(QStringLiteral("limits"));
@@ -173,21 +258,19 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
         if (line && has_bars && !series.onSecondAxis) {
           // A curve over bars (the normal curves of a capability study):
           // no point markers, named in the legend.
-          if (series.dashed) pen.setStyle(Qt::DashLine);
-          pen.setWidthF(1.8);
           graph->setPen(pen);
+          graph->setScatterStyle(markers);
           graph->setSelectable(QCP::stNone);
           overlays_.insert(graph);
           for (double v : series.y) take(v, y_min, y_max);
           break;
         }
         graph->setPen(pen);
-        graph->setLineStyle(line ? QCPGraph::lsLine : QCPGraph::lsNone);
-        if (!line || y.size() <= kMaxMarkedPoints)
-          graph->setScatterStyle(QCPScatterStyle(look_.pointShape, color, line ? 5 : 7));
+        graph->setLineStyle(*style.lineStyle == shell::LineStyle::None ? QCPGraph::lsNone : QCPGraph::lsLine);
+        if (!line || y.size() <= kMaxMarkedPoints) graph->setScatterStyle(markers);
         series_of_.insert(graph, static_cast<int>(s));
         if (!series.marked.empty()) AddMarks(series, x, y, value_axis, s == 0);
-        if (line && y.size() > kMaxMarkedPoints) dense_.push_back(graph);
+        if (line && y.size() > kMaxMarkedPoints) dense_.push_back({graph, markers});
         if (!series.onSecondAxis)
           for (double v : series.y) take(v, y_min, y_max);
         for (double v : x) take(v, x_min, x_max);
@@ -201,7 +284,7 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
         double spacing = 1.0;
         for (int i = 1; i < x.size(); ++i) spacing = std::min(spacing, std::abs(x[i] - x[i - 1]));
         bars->setWidth(spacing > 0 ? spacing * (series.x.empty() ? 0.8 : 1.0) : 0.8);
-        bars->setPen(QPen(color.darker()));
+        bars->setPen(QPen(color.darker(), *style.lineWidth, PenStyleOf(*style.lineStyle)));
         bars->setBrush(FillColor(color));
         if (bar_group) {
           bars->setWidth(bars->width() * 0.8 / static_cast<double>(bar_series));
@@ -230,7 +313,7 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
           take(x[static_cast<qsizetype>(b)] - 0.5, x_min, x_max);
           take(x[static_cast<qsizetype>(b)] + 0.5, x_min, x_max);
         }
-        boxes->setPen(QPen(color));
+        boxes->setPen(QPen(color, *style.lineWidth, PenStyleOf(*style.lineStyle)));
         boxes->setBrush(FillColor(color));
         series_of_.insert(boxes, static_cast<int>(s));
         break;
@@ -266,12 +349,15 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
   // stepped limit's last step).
   for (const shell::ChartLabel& text : chart.labels)
     if (!text.x && text.y) level_label(text.text, *text.y, QColor(200, 0, 0));
-  for (const shell::ChartLine& line : chart.lines) {
+  for (const shell::ChartLine& drawn : chart.lines) {
+    shell::ChartLine line = drawn;
+    line.label = shell::RelabelLimit(line.label, line.value, look.limitDecimals);
     const bool horizontal = line.orientation == shell::LineOrientation::Horizontal;
     auto* straight = new QCPItemStraightLine(this);
     straight->setLayer(QStringLiteral("limits"));
-    QPen pen(line.color ? ToColor(*line.color) : QColor(200, 0, 0));
-    if (line.dashed) pen.setStyle(Qt::DashLine);
+    QPen pen(look.limitColor ? ToColor(*look.limitColor) : line.color ? ToColor(*line.color) : QColor(200, 0, 0));
+    if (look.limitStyle) pen.setStyle(PenStyleOf(*look.limitStyle));
+    else if (line.dashed) pen.setStyle(Qt::DashLine);
     straight->setPen(pen);
     if (horizontal) {
       straight->point1->setCoords(0, line.value);
@@ -307,6 +393,7 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
   if (label_rows_height > 0) automatic &= ~QCP::msTop;
   axisRect()->setAutoMargins(automatic);
   axisRect()->setMargins(QMargins(0, label_rows_height + 4, margin_labels_width, 0));
+  label_margin_ = margin_labels_width;
 
   int corner_labels = 0;
   for (const shell::ChartLabel& text : chart.labels) {
@@ -371,6 +458,8 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
     if (lo >= 0.0 && bars_on_first_axis && yAxis->range().lower == 0.0) yAxis2->setRangeLower(0.0);
   }
 
+  ApplyAxisLook(xAxis, look.x, chart.categories.empty());
+  ApplyAxisLook(yAxis, look.y, true);
   UpdateLegend();
   // A chart whose first point has information shows it on clicks; the
   // window's record decides which charts do.
@@ -383,7 +472,27 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
     info_->setColor(QColor(0, 0, 160));
     info_->setText(QString());
   }
+  RememberView();
   replot();
+}
+
+// A fixed range, a logarithmic scale (only while the range is positive)
+// and the tick labels' decimals, over the range the data asked for.
+void ChartView::ApplyAxisLook(QCPAxis* axis, const shell::AxisPresentation& look, bool numeric_ticks) {
+  if (look.fixedRange && look.minimum < look.maximum) axis->setRange(look.minimum, look.maximum);
+  const bool log = look.logScale && numeric_ticks && axis->range().lower > 0;
+  axis->setScaleType(log ? QCPAxis::stLogarithmic : QCPAxis::stLinear);
+  if (numeric_ticks) {
+    if (log) axis->setTicker(QSharedPointer<QCPAxisTickerLog>(new QCPAxisTickerLog));
+    else if (axis->ticker().dynamicCast<QCPAxisTickerLog>()) axis->setTicker(QSharedPointer<QCPAxisTicker>(new QCPAxisTicker));
+  }
+  if (look.decimals >= 0) {
+    axis->setNumberFormat(QStringLiteral("f"));
+    axis->setNumberPrecision(look.decimals);
+  } else {
+    axis->setNumberFormat(log ? QStringLiteral("eb") : QStringLiteral("gbd"));
+    axis->setNumberPrecision(log ? 0 : 6);
+  }
 }
 
 QString ChartView::PointInfo() const { return info_ ? info_->text() : QString(); }
@@ -397,16 +506,20 @@ QString ChartView::ShowPointInfo(long number) {
   return info_->text();
 }
 
-void ChartView::OnPlottableClick(QCPAbstractPlottable* plottable, int index) {
+void ChartView::OnPlottableClick(QCPAbstractPlottable* plottable, int index, QMouseEvent* event) {
   // Only the first series carries the numbered points; a click on a mark
   // answers for the point under it.
   if (const auto marks = marks_.find(plottable); marks != marks_.end()) {
     if (marks->first && index >= 0 && static_cast<std::size_t>(index) < marks->numbers.size())
       ShowPointInfo(marks->numbers[static_cast<std::size_t>(index)]);
-    return;
+  } else if (const auto found = series_of_.find(plottable); found != series_of_.end() && found.value() == 0) {
+    ShowPointInfo(index + 1L);
   }
-  const auto found = series_of_.find(plottable);
-  if (found != series_of_.end() && found.value() == 0) ShowPointInfo(index + 1L);
+  // The pointer shows the same as on a hover, beside the point.
+  if (event) {
+    const QString text = PointTextAt(event->position());
+    if (!text.isEmpty()) QToolTip::showText(event->globalPosition().toPoint(), text, this);
+  }
 }
 
 namespace {
@@ -488,8 +601,21 @@ void ChartView::AddMarks(const shell::PlotSeries& series, const QVector<double>&
 // A small legend under the plot names the kinds of marks and the curves
 // over bars, each name once; charts without either have none.
 void ChartView::UpdateLegend() {
-  if (marks_.isEmpty() && overlays_.isEmpty()) return;
-  if (!legend_below_) {
+  const shell::LegendPlace place = presentation_.legend;
+  if (place == shell::LegendPlace::Hidden) return;
+  const bool every_series = place != shell::LegendPlace::Automatic;
+  if (!every_series && marks_.isEmpty() && overlays_.isEmpty()) return;
+  if (place != shell::LegendPlace::Automatic && place != shell::LegendPlace::Below) {
+    // Inside the plot, in the corner chosen.
+    const Qt::Alignment corner = place == shell::LegendPlace::TopLeft       ? Qt::AlignTop | Qt::AlignLeft
+                                 : place == shell::LegendPlace::BottomRight ? Qt::AlignBottom | Qt::AlignRight
+                                 : place == shell::LegendPlace::BottomLeft  ? Qt::AlignBottom | Qt::AlignLeft
+                                                                            : Qt::AlignTop | Qt::AlignRight;
+    axisRect()->insetLayout()->setInsetAlignment(0, corner);
+    legend->setFont(ChartFont(10, false, QString::fromStdString(presentation_.fontFamily)));
+    legend->setFillOrder(QCPLayoutGrid::foRowsFirst);
+    legend->setBorderPen(QPen(Qt::gray));
+  } else if (!legend_below_) {
     axisRect()->insetLayout()->take(legend);
     plotLayout()->addElement(plotLayout()->rowCount(), 0, legend);
     plotLayout()->setRowStretchFactor(plotLayout()->rowCount() - 1, 0.001);
@@ -505,7 +631,9 @@ void ChartView::UpdateLegend() {
     auto* item = qobject_cast<QCPPlottableLegendItem*>(legend->item(i));
     if (!item) continue;
     QCPAbstractPlottable* plottable = item->plottable();
-    if ((!marks_.contains(plottable) && !overlays_.contains(plottable)) || listed.contains(plottable->name())) {
+    const bool listable = every_series ? !plottable->name().isEmpty() && plottable->layer() != layer(QStringLiteral("limits"))
+                                       : marks_.contains(plottable) || overlays_.contains(plottable);
+    if (!listable || listed.contains(plottable->name())) {
       legend->removeItem(i--);
       continue;
     }
@@ -550,32 +678,69 @@ void ChartView::UpdateDensity() {
   if (dense_.empty()) return;
   const QCPRange range = xAxis->range();
   qsizetype shown = 0;
-  for (const QCPGraph* graph : dense_)
+  for (const auto& [graph, markers] : dense_)
     shown = std::max(shown, graph->data()->findEnd(range.upper) - graph->data()->findBegin(range.lower));
   const bool whole = shown <= kMaxMarkedPoints;
-  for (QCPGraph* graph : dense_)
-    graph->setScatterStyle(whole ? QCPScatterStyle(look_.pointShape, graph->pen().color(), 5) : QCPScatterStyle());
+  for (const auto& [graph, markers] : dense_) graph->setScatterStyle(whole ? markers : QCPScatterStyle());
   for (auto mark = marks_.begin(); mark != marks_.end(); ++mark)
     static_cast<QCPGraph*>(mark.key())->setScatterStyle(MarkStyle(mark->rule, whole));
 }
 
-// The pointer resting on a marked point tells why it is marked.
+// The text of the point nearest `position` within a few pixels: a marked
+// point's reason first, then the chart's point information for the first
+// series, else the series' name with the point's values.
+QString ChartView::PointTextAt(const QPointF& position) const {
+  constexpr double kReach = 8;
+  const auto index_at = [&](QCPAbstractPlottable* plottable) -> int {
+    QVariant details;
+    const double distance = plottable->selectTest(position, false, &details);
+    if (distance < 0 || distance > kReach) return -1;
+    const QCPDataSelection selection = details.value<QCPDataSelection>();
+    return selection.isEmpty() ? -1 : selection.dataRange().begin();
+  };
+  const auto info = [this](long number) {
+    const std::optional<std::string> text = point_info_ ? point_info_(chart_.name, number) : std::nullopt;
+    return text ? QString::fromStdString(*text) : QString();
+  };
+  for (auto mark = marks_.begin(); mark != marks_.end(); ++mark) {
+    const int index = index_at(mark.key());
+    if (index < 0 || static_cast<std::size_t>(index) >= mark->numbers.size()) continue;
+    const long number = mark->numbers[static_cast<std::size_t>(index)];
+    QString text = QStringLiteral("Point %1: %2").arg(number).arg(DescribeCode(mark->codes[static_cast<std::size_t>(index)]));
+    if (const QString more = mark->first ? info(number) : QString(); !more.isEmpty()) text += QLatin1Char('\n') + more;
+    return text;
+  }
+  for (auto found = series_of_.begin(); found != series_of_.end(); ++found) {
+    auto* graph = qobject_cast<QCPGraph*>(found.key());
+    auto* bars = qobject_cast<QCPBars*>(found.key());
+    const int index = graph || bars ? index_at(found.key()) : -1;
+    if (index < 0) continue;
+    if (found.value() == 0)
+      if (const QString text = info(index + 1L); !text.isEmpty()) return text;
+    const double x = graph ? graph->data()->at(index)->key : bars->data()->at(index)->key;
+    const double y = graph ? graph->data()->at(index)->value : bars->data()->at(index)->value;
+    const long at = std::lround(x);
+    const auto& categories = chart_.categories;
+    const QString where = bars && at >= 1 && static_cast<std::size_t>(at) <= categories.size()
+                              ? QString::fromStdString(categories[static_cast<std::size_t>(at - 1)])
+                              : QStringLiteral("x = %1").arg(x, 0, 'g', 6);
+    return QStringLiteral("%1: %2, y = %3").arg(found.key()->name(), where).arg(y, 0, 'g', 6);
+  }
+  return {};
+}
+
 void ChartView::mouseMoveEvent(QMouseEvent* event) {
   QCustomPlot::mouseMoveEvent(event);
   if (event->buttons() != Qt::NoButton) return;
-  for (auto mark = marks_.begin(); mark != marks_.end(); ++mark) {
-    QVariant details;
-    const double distance = mark.key()->selectTest(event->position(), false, &details);
-    if (distance < 0 || distance > 8) continue;
-    const QCPDataSelection selection = details.value<QCPDataSelection>();
-    if (selection.isEmpty()) continue;
-    const auto index = static_cast<std::size_t>(selection.dataRange().begin());
-    if (index >= mark->numbers.size()) continue;
-    QToolTip::showText(event->globalPosition().toPoint(),
-                       QStringLiteral("Point %1: %2").arg(mark->numbers[index]).arg(DescribeCode(mark->codes[index])), this);
-    return;
-  }
-  QToolTip::hideText();
+  const QString text = PointTextAt(event->position());
+  if (text.isEmpty()) QToolTip::hideText();
+  else QToolTip::showText(event->globalPosition().toPoint(), text, this);
+}
+
+void ChartView::mousePressEvent(QMouseEvent* event) {
+  const bool band = event->button() == Qt::LeftButton && (event->modifiers() & (Qt::ControlModifier | Qt::ShiftModifier));
+  setSelectionRectMode(band ? QCP::srmZoom : QCP::srmNone);
+  QCustomPlot::mousePressEvent(event);
 }
 
 namespace {
@@ -595,55 +760,75 @@ QSize StackedSize(const std::vector<ChartView*>& charts) {
 }
 
 void PaintCharts(QCPPainter& painter, const std::vector<ChartView*>& charts) {
-  const QSize size = StackedSize(charts);
+  PaintCharts(painter, charts, StackedSize(charts));
+}
+
+void PaintCharts(QCPPainter& painter, const std::vector<ChartView*>& charts, QSize size) {
+  // Each chart keeps its share of the stacked height.
+  const QSize stacked = StackedSize(charts);
   painter.save();
-  for (ChartView* chart : charts) {
-    const int height = PaintedHeight(*chart);
-    chart->toPainter(&painter, size.width(), height);
-    painter.translate(0, height);
+  int top = 0;
+  for (std::size_t i = 0; i < charts.size(); ++i) {
+    const int bottom = i + 1 == charts.size() ? size.height()
+                                              : top + PaintedHeight(*charts[i]) * size.height() / stacked.height();
+    charts[i]->toPainter(&painter, size.width(), bottom - top);
+    painter.translate(0, bottom - top);
+    top = bottom;
   }
   painter.restore();
 }
 
+PictureSize DefaultPictureSize(const std::vector<ChartView*>& charts) {
+  const QSize size = StackedSize(charts) * 2;
+  return {size.width(), size.height(), 192};
+}
+
 bool SaveCharts(const std::vector<ChartView*>& charts, const QString& path) {
-  if (charts.empty()) return false;
+  return !charts.empty() && SaveCharts(charts, path, DefaultPictureSize(charts));
+}
+
+bool SaveCharts(const std::vector<ChartView*>& charts, const QString& path, const PictureSize& picture) {
+  if (charts.empty() || picture.width < 1 || picture.height < 1 || picture.dpi < 1) return false;
   const QString suffix = QFileInfo(path).suffix().toLower();
-  const QSize size = StackedSize(charts);
-  if (suffix == QLatin1String("png") || suffix == QLatin1String("jpg") || suffix == QLatin1String("jpeg")) {
-    // Twice the screen's pixels, marked 192 dots per inch, for sharp prints.
-    constexpr int kScale = 2;
-    QImage image(size * kScale, QImage::Format_RGB32);
+  const double scale = picture.dpi / 96.0;
+  const QSize layout(std::max(1, qRound(picture.width / scale)), std::max(1, qRound(picture.height / scale)));
+  if (suffix == QLatin1String("png") || suffix == QLatin1String("jpg") || suffix == QLatin1String("jpeg") ||
+      suffix == QLatin1String("bmp")) {
+    QImage image(picture.width, picture.height, QImage::Format_RGB32);
     image.fill(Qt::white);
-    image.setDotsPerMeterX(7559);
-    image.setDotsPerMeterY(7559);
+    const int dots_per_metre = qRound(picture.dpi / 0.0254);
+    image.setDotsPerMeterX(dots_per_metre);
+    image.setDotsPerMeterY(dots_per_metre);
     QCPPainter painter(&image);
-    painter.scale(kScale, kScale);
-    PaintCharts(painter, charts);
+    painter.scale(picture.width / double(layout.width()), picture.height / double(layout.height()));
+    PaintCharts(painter, charts, layout);
     painter.end();
     return image.save(path, nullptr, 95);
   }
   if (suffix == QLatin1String("pdf")) {
-    // One page the size of the charts, drawn as vectors.
+    // One page the size of the picture, drawn as vectors.
     QPdfWriter writer(path);
     writer.setResolution(96);
     writer.setPageMargins(QMarginsF(0, 0, 0, 0));
-    writer.setPageSize(QPageSize(QSizeF(size.width() * 72.0 / 96, size.height() * 72.0 / 96), QPageSize::Point));
+    writer.setPageSize(QPageSize(QSizeF(picture.width * 72.0 / picture.dpi, picture.height * 72.0 / picture.dpi),
+                                 QPageSize::Point));
     QCPPainter painter;
     if (!painter.begin(&writer)) return false;
     painter.setMode(QCPPainter::pmVectorized);
     painter.setMode(QCPPainter::pmNoCaching);
-    PaintCharts(painter, charts);
+    PaintCharts(painter, charts, layout);
     return painter.end();
   }
   if (suffix == QLatin1String("svg")) {
     QSvgGenerator generator;
     generator.setFileName(path);
-    generator.setSize(size);
-    generator.setViewBox(QRect(QPoint(0, 0), size));
+    generator.setSize(layout);
+    generator.setViewBox(QRect(QPoint(0, 0), layout));
+    generator.setResolution(96);
     generator.setTitle(charts.front()->objectName());
     QCPPainter painter;
     if (!painter.begin(&generator)) return false;
-    PaintCharts(painter, charts);
+    PaintCharts(painter, charts, layout);
     return painter.end();
   }
   return false;

@@ -1,15 +1,17 @@
 // orvik: the window application of Orvik 2.0.
 //
-//   orvik [FILE...] [--run KEY] [--select RANGE] [--set DIALOG.CONTROL=VALUE]... [--screenshot PNG]
+//   orvik [FILE...] [--run KEY]... [--select RANGE] [--set DIALOG.CONTROL=VALUE]... [--screenshot PNG]
 //
 // Each FILE opens: a project (.orv) as the session, comma- or
 // tab-separated text or a workbook's first sheet as a worksheet. Without a
 // screenshot run, work autosaved by a run that did not end is offered back. --select selects
 // a block of the last opened worksheet in the notation of orvik-cli
 // ("B2:D20", "B:D", "3:7", "all"), --run dispatches a tool key as a click
-// would, and --screenshot saves a picture of the main window once the
-// window is drawn and ends the program, answering every message box OK and
-// every dialog with its --set values (as orvik-cli takes them) and OK.
+// would (several in the order given), and --screenshot saves a picture of
+// the main window once the window is drawn and ends the program, answering
+// every message box OK and every dialog with its --set values (as orvik-cli
+// takes them) and OK. Other windows open then (a dialog of the window
+// application, the help) are saved beside it as PNG-NAME.png.
 #include <QApplication>
 #include <QMdiSubWindow>
 #include <QScreen>
@@ -31,12 +33,13 @@ int main(int argc, char** argv) {
   QApplication::setFont(QFont(QStringLiteral("Arial"), 9));
 
   QStringList files;
-  QString run_key, select, screenshot;
+  QStringList run_keys;
+  QString select, screenshot;
   std::vector<orvik::shell::ControlSetting> settings;  // --set DIALOG.CONTROL=VALUE, as orvik-cli takes them
   const QStringList args = QApplication::arguments();
   for (int i = 1; i < args.size(); ++i) {
     if (args[i] == QLatin1String("--run") && i + 1 < args.size()) {
-      run_key = args[++i];
+      run_keys << args[++i];
     } else if (args[i] == QLatin1String("--select") && i + 1 < args.size()) {
       select = args[++i];
     } else if (args[i] == QLatin1String("--screenshot") && i + 1 < args.size()) {
@@ -95,9 +98,9 @@ int main(int argc, char** argv) {
     }
   }
   // As orvik-cli does, the dialogs of program-wide options named in --set
-  // (given limits, rule settings) are confirmed before the command runs.
-  if (!run_key.isEmpty())
-    QTimer::singleShot(0, &window, [&window, run_key, settings] {
+  // (given limits, rule settings) are confirmed before the commands run.
+  if (!run_keys.isEmpty())
+    QTimer::singleShot(0, &window, [&window, run_keys, settings] {
       std::set<std::string> done;
       for (const auto& setting : settings) {
         const orvik::shell::DialogDeclaration* entry = orvik::commands::FindDialog(setting.dialog);
@@ -105,11 +108,14 @@ int main(int argc, char** argv) {
         const auto dialog = entry->make();
         window.Host().RunDialog(*dialog);
       }
-      window.ToolClick(run_key);
+      for (const QString& key : run_keys) window.ToolClick(key);
     });
   if (!screenshot.isEmpty()) {
     QTimer::singleShot(1500, &window, [&window, screenshot] {
       window.grab().save(screenshot);
+      for (QWidget* top : QApplication::topLevelWidgets())
+        if (top != &window && top->isVisible() && !top->objectName().isEmpty())
+          top->grab().save(QString(screenshot).replace(QLatin1String(".png"), QLatin1Char('-') + top->objectName() + QLatin1String(".png")));
       QApplication::exit(0);
     });
   }

@@ -410,7 +410,9 @@ void MainWindow::OpenGivenLimits(const ResultWindowWidget* result) {
   // The window may close while its command runs again; the record it was
   // made from is kept for the run.
   const shell::ResultWindow record = result->Record();
+  carried_looks_ = record.presentation;
   RunGuarded([this, &record] { commands::OpenGivenLimits(host_, record); });
+  carried_looks_.clear();
 }
 
 void MainWindow::OpenRuleSettings(const ResultWindowWidget* result) {
@@ -465,6 +467,7 @@ WorksheetWindow* MainWindow::OpenDesignSheet(worksheet::Worksheet sheet) {
 }
 
 ResultWindowWidget* MainWindow::OpenResultWindow(shell::ResultWindow window) {
+  if (window.presentation.empty()) window.presentation = carried_looks_;
   auto* widget = new ResultWindowWidget(std::move(window));
   connect(widget, &ResultWindowWidget::givenLimitsRequested, this, [this, widget] { OpenGivenLimits(widget); });
   connect(widget, &ResultWindowWidget::ruleSettingsRequested, this, [this, widget] { OpenRuleSettings(widget); });
@@ -507,7 +510,7 @@ void MainWindow::AddContextMenus(QWidget* widget) {
       connect(copy_image, &QAction::triggered, chart, [chart] { QApplication::clipboard()->setPixmap(chart->toPixmap()); });
       auto* reset_view = new QAction(QStringLiteral("Reset View"), chart);
       reset_view->setObjectName(QStringLiteral("miResetView"));
-      connect(reset_view, &QAction::triggered, chart, [chart] { chart->Draw(chart->Description()); });
+      connect(reset_view, &QAction::triggered, chart, &ChartView::ResetView);
       chart->setContextMenuPolicy(Qt::ActionsContextMenu);
       chart->addAction(copy_image);
       chart->addActions(tools({"mnuGraphSave", "mnuChartDataCopy", "mnuChartPrint", "mnuChartProperty"}));

@@ -10,9 +10,11 @@
 #include <QToolBar>
 #include <functional>
 #include <memory>
+#include <vector>
 
 #include "gui/gui_host.h"
 #include "gui/shell_rules.h"
+#include "shell/chart_presentation.h"
 #include "worksheet/worksheet.h"
 
 namespace orvik::gui {
@@ -82,6 +84,7 @@ class MainWindow : public QMainWindow {
   void SetColorChooser(std::function<QColor(bool background)> chooser) { color_chooser_ = std::move(chooser); }
   // Replaces the file dialogs of open, import, export and picture saving;
   // a chooser for saving may set the file type picked among the filter's.
+  // With a chooser, pictures are saved at their default size unasked.
   using FileChooser = std::function<QString(bool save, const QString& filter, QString* chosen_type)>;
   void SetFileChooser(FileChooser chooser) { file_chooser_ = std::move(chooser); }
 
@@ -110,6 +113,7 @@ class MainWindow : public QMainWindow {
   void SaveChartPicture();
   void PrintActiveWorksheet();
   void PrintActiveChart();
+  void PrintActiveResultWindow();
   void ShowChartProperty();
   void OpenFind(bool replace, bool next);
   void RenameWorksheet();
@@ -132,6 +136,10 @@ class MainWindow : public QMainWindow {
   QHash<QString, std::function<void()>> window_commands_;
   QPointer<WorksheetWindow> last_sheet_;
   FindWorkSheet* find_ = nullptr;
+  QDialog* help_ = nullptr;
+  // While a window is drawn again (given limits), the look of its charts,
+  // which the new window takes over.
+  std::vector<shell::ChartPresentation> carried_looks_;
   bool document_menus_enabled_ = true;
   bool exiting_ = false;
   std::function<QColor(bool)> color_chooser_;

@@ -33,9 +33,9 @@ void MainWindow::CreateWindowCommands() {
   };
   auto& c = window_commands_;
   c.insert(QStringLiteral("mnuNew"), [this] { NewWorksheet(); });
-  // Print prints the active window, a worksheet or a result window's charts.
+  // Print prints the active window: a worksheet, or a whole result window.
   c.insert(QStringLiteral("mnuPrint"), [this] {
-    if (ActiveResultWindow()) PrintActiveChart();
+    if (ActiveResultWindow()) PrintActiveResultWindow();
     else PrintActiveWorksheet();
   });
   c.insert(QStringLiteral("mnuWorkSheetPrint"), [this] { PrintActiveWorksheet(); });
@@ -106,6 +106,13 @@ void MainWindow::CreateWindowCommands() {
     std::unique_ptr<QDialog> dialog(MakeInformation(this));
     dialog->exec();
   });
+  // The help window stays open beside the work.
+  c.insert(QStringLiteral("mnuContents"), [this] {
+    if (!help_) help_ = MakeHelpContents(this);
+    help_->show();
+    help_->raise();
+    help_->activateWindow();
+  });
 }
 
 // A file name saved without an extension of the filter's types gets the
@@ -139,10 +146,16 @@ void MainWindow::ColorTool(QAction* tool) {
 void MainWindow::SaveChartPicture() {
   ResultWindowWidget* result = ActiveResultWindow();
   if (!result || result->Charts().empty()) return;
-  const QString path =
-      ChooseFile(true, QStringLiteral("PNG picture (*.png);;JPEG picture (*.jpg);;SVG drawing (*.svg);;PDF document (*.pdf)"));
+  const QString path = ChooseFile(true, QStringLiteral("PNG picture (*.png);;JPEG picture (*.jpg);;BMP picture (*.bmp);;"
+                                                      "SVG drawing (*.svg);;PDF document (*.pdf)"));
   if (path.isEmpty()) return;
-  if (!SaveCharts(result->Charts(), path))
+  PictureSize size = DefaultPictureSize(result->Charts());
+  if (!file_chooser_) {
+    PictureSizeDialog dialog(size, this);
+    if (dialog.exec() != QDialog::Accepted) return;
+    size = dialog.Size();
+  }
+  if (!SaveCharts(result->Charts(), path, size))
     host_.ShowMessage({"Information", "The picture could not be saved to " + path.toStdString(),
                        shell::MessageIcon::Exclamation, shell::MessageButtons::Ok});
   else
@@ -160,23 +173,38 @@ void MainWindow::PrintActiveWorksheet() {
   preview.exec();
 }
 
+// Both go through the print preview, whose print button opens the
+// platform's print dialog.
 void MainWindow::PrintActiveChart() {
   ResultWindowWidget* result = ActiveResultWindow();
-  if (!result || result->Charts().empty()) return;
+  if (!result || !result->ActiveChart()) return;
+  const std::vector<ChartView*> chart{result->ActiveChart()};
   QPrinter printer(QPrinter::HighResolution);
-  const QSize size = StackedSize(result->Charts());
+  const QSize size = StackedSize(chart);
   printer.setPageOrientation(size.width() > size.height() ? QPageLayout::Landscape : QPageLayout::Portrait);
   QPrintPreviewDialog preview(&printer, this);
   preview.setWindowTitle(QStringLiteral("Print Preview - ") + result->windowTitle());
   connect(&preview, &QPrintPreviewDialog::paintRequested, this,
-          [result](QPrinter* target) { PrintCharts(*target, result->Charts()); });
+          [chart](QPrinter* target) { PrintCharts(*target, chart); });
+  preview.exec();
+}
+
+void MainWindow::PrintActiveResultWindow() {
+  ResultWindowWidget* result = ActiveResultWindow();
+  if (!result) return;
+  QPrinter printer(QPrinter::HighResolution);
+  QPrintPreviewDialog preview(&printer, this);
+  preview.setWindowTitle(QStringLiteral("Print Preview - ") + result->windowTitle());
+  connect(&preview, &QPrintPreviewDialog::paintRequested, this, [result](QPrinter* target) {
+    PrintResultWindow(*target, result->Charts(), result->Record().table ? &*result->Record().table : nullptr);
+  });
   preview.exec();
 }
 
 void MainWindow::ShowChartProperty() {
   ResultWindowWidget* result = ActiveResultWindow();
   if (!result || !result->ActiveChart()) return;
-  ChartProperty dialog(*result->ActiveChart(), this);
+  ChartProperty dialog(*result, *result->ActiveChart(), this);
   dialog.exec();
 }
 
@@ -230,11 +258,15 @@ void MainWindow::SortWorksheet() {
 }
 
 void MainWindow::StartCalculator() {
-  for (const char* program : {"gnome-calculator", "kcalc", "mate-calc", "galculator", "qalculate-gtk", "xcalc"}) {
+  // The desktops' own calculators first, then the common stand-alone ones.
+  for (const char* program : {"calc.exe", "gnome-calculator", "kcalc", "mate-calc", "io.elementary.calculator",
+                              "deepin-calculator", "qalculate-qt", "qalculate-gtk", "speedcrunch", "galculator",
+                              "xcalc"}) {
     const QString path = QStandardPaths::findExecutable(QString::fromLatin1(program));
     if (!path.isEmpty() && QProcess::startDetached(path, {})) return;
   }
-  host_.Notify("No calculator program is installed on this computer.");
+  host_.Notify("No calculator program was found on this computer. Orvik looks for gnome-calculator, kcalc, "
+               "mate-calc, qalculate, SpeedCrunch, galculator and xcalc; install one of them to use Calculator.");
 }
 
 void MainWindow::TileWindows(bool horizontally) {

@@ -136,6 +136,8 @@ void ProjectActions::Watch(QMdiSubWindow* sub) {
   connect(sub, &QWidget::windowTitleChanged, this, [this] { MarkModified(); });
   if (auto* sheet = qobject_cast<WorksheetWindow*>(sub->widget()))
     connect(sheet->UndoStack(), &QUndoStack::indexChanged, this, [this] { MarkModified(); });
+  if (auto* result = qobject_cast<ResultWindowWidget*>(sub->widget()))
+    connect(result, &ResultWindowWidget::presentationChanged, this, [this] { MarkModified(); });
 }
 
 void ProjectActions::MarkModified() {

@@ -43,28 +43,19 @@ ResultWindowWidget::ResultWindowWidget(shell::ResultWindow window_record, QWidge
     auto* view = new ChartView(chart, [this](const std::string& name, long number) {
       return commands::PointInformation(record_, name, number);
     });
+    for (const shell::ChartPresentation& look : record_.presentation)
+      if (look.chart == chart.name) view->SetPresentation(look);
     view->installEventFilter(this);
     if (split) split->addWidget(view);
     else tabs_->addTab(view, QString::fromStdString(chart.title.empty() ? chart.name : chart.title));
     charts_.push_back(view);
   }
-  // Charts stacked in one window share their sample axis, so that sample k
-  // stands at the same place in each.
-  if (split && charts_.size() > 1) {
-    QCPRange shared = charts_.front()->xAxis->range();
-    for (ChartView* chart : charts_) shared.expand(chart->xAxis->range());
-    for (ChartView* chart : charts_) chart->xAxis->setRange(shared);
-    // Their plots line up as well: the right margins (limit labels) are
-    // fixed, so each takes the widest; the left margins follow the tick
-    // labels, so after each layout the narrower ones are raised to the
-    // widest. Margins only grow, so this settles after one pass.
-    int right = 0;
-    for (ChartView* chart : charts_) right = std::max(right, chart->axisRect()->margins().right());
-    for (ChartView* chart : charts_) {
-      if (right == 0 || chart->yAxis2->visible()) continue;
-      chart->axisRect()->setAutoMargins(QCP::msLeft | QCP::msTop | QCP::msBottom);
-      chart->axisRect()->setMargins(QMargins(0, 0, right, 0));
-    }
+  stacked_ = split && charts_.size() > 1;
+  if (stacked_) {
+    AlignCharts();
+    // The left margins follow the tick labels, so after each layout the
+    // narrower ones are raised to the widest. Margins only grow, so this
+    // settles after one pass.
     for (ChartView* chart : charts_) {
       connect(chart, &QCustomPlot::afterLayout, this, [this] {
         int left = 0;
@@ -127,6 +118,43 @@ ResultWindowWidget::ResultWindowWidget(shell::ResultWindow window_record, QWidge
   }
   layout->addWidget(tabs_);
   resize(720, control && charts_.size() > 1 ? 620 : 480);
+}
+
+void ResultWindowWidget::AlignCharts() {
+  if (!stacked_) return;
+  // The right margins (limit labels) are fixed, so each takes the widest;
+  // the left ones are found again after the next layout.
+  int right = 0;
+  for (ChartView* chart : charts_) right = std::max(right, chart->LabelMargin());
+  for (ChartView* chart : charts_) {
+    chart->axisRect()->setMinimumMargins(QMargins());
+    chart->replot(QCustomPlot::rpQueuedReplot);
+    if (right == 0 || chart->yAxis2->visible()) continue;
+    chart->axisRect()->setAutoMargins(QCP::msLeft | QCP::msTop | QCP::msBottom);
+    chart->axisRect()->setMargins(QMargins(0, 0, right, 0));
+  }
+  std::vector<ChartView*> free;
+  for (ChartView* chart : charts_)
+    if (!chart->Presentation().x.fixedRange) free.push_back(chart);
+  if (free.size() < 2) return;
+  QCPRange shared = free.front()->xAxis->range();
+  for (ChartView* chart : free) shared.expand(chart->xAxis->range());
+  for (ChartView* chart : free) {
+    chart->xAxis->setRange(shared);
+    chart->RememberView();
+    chart->replot(QCustomPlot::rpQueuedReplot);
+  }
+}
+
+void ResultWindowWidget::SetPresentation(const shell::ChartPresentation& look) {
+  auto& looks = record_.presentation;
+  const auto same_chart = [&look](const shell::ChartPresentation& each) { return each.chart == look.chart; };
+  looks.erase(std::remove_if(looks.begin(), looks.end(), same_chart), looks.end());
+  if (look != shell::PlainPresentation(look.chart)) looks.push_back(look);
+  for (ChartView* chart : charts_)
+    if (chart->objectName().toStdString() == look.chart) chart->SetPresentation(look);
+  AlignCharts();
+  emit presentationChanged();
 }
 
 bool ResultWindowWidget::OffersGivenLimits() const {

@@ -35,22 +35,34 @@ class ResultWindowWidget : public QWidget {
   QPushButton* GivenLimitsButton() const { return given_limits_; }
   // The grid as tab-separated text, heading row first when it has one.
   QString GridText() const;
+  // Restyles the chart `look.chart` names: the window's record keeps the
+  // look (project files save it) and the chart is drawn in it at once. A
+  // look with nothing set drops the chart's entry.
+  void SetPresentation(const shell::ChartPresentation& look);
 
  signals:
   // The user asked for given limits through the button or a chart's
   // context menu; `key` is the tool key that made the window.
   void givenLimitsRequested(const QString& key);
   void ruleSettingsRequested();
+  // A chart was restyled: the project has changed.
+  void presentationChanged();
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  // Stacked charts line up: they share their sample axis, so that sample k
+  // stands at the same place in each (a chart the user gave a fixed x range
+  // keeps it), and their plots have the same left and right edges.
+  void AlignCharts();
+
   shell::ResultWindow record_;
   QTabWidget* tabs_ = nullptr;
   QTableView* grid_ = nullptr;
   std::vector<ChartView*> charts_;
   ChartView* active_ = nullptr;
+  bool stacked_ = false;  // the charts stand one above the other
   QPushButton* given_limits_ = nullptr;
 };
 

@@ -1,7 +1,13 @@
 #include "gui/tool_dialogs.h"
 
 #include <QCalendarWidget>
-#include <QColorDialog>
+#include <QSpinBox>
+#include <QDesktopServices>
+#include <QRegularExpression>
+#include <QScrollBar>
+#include <QTextBlock>
+#include <QTextBrowser>
+#include <QTextCursor>
 #include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QHBoxLayout>
@@ -10,6 +16,10 @@
 #include <QVBoxLayout>
 
 #include "gui/worksheet_window.h"
+
+// The user guide is compiled into the library as a resource; a static
+// library must register its resources itself.
+static void RegisterHelpResource() { Q_INIT_RESOURCE(help); }
 
 namespace orvik::gui {
 
@@ -146,66 +156,6 @@ std::vector<worksheet::SortKey> SortDialog::Keys() const {
   return keys;
 }
 
-ChartProperty::ChartProperty(ChartView& chart, QWidget* parent) : QDialog(parent), chart_(chart) {
-  setObjectName(QStringLiteral("ChartProperty"));
-  setWindowTitle(QStringLiteral("Chart Property"));
-  const shell::ChartSeries& description = chart.Description();
-  const ChartView::Look look = chart.CurrentLook();
-  color_ = look.lineColor;
-  title_ = new QLineEdit(QString::fromStdString(description.title));
-  x_title_ = new QLineEdit(QString::fromStdString(description.xTitle));
-  y_title_ = new QLineEdit(QString::fromStdString(description.yTitle));
-  line_style_ = new QComboBox;
-  line_style_->addItem(QStringLiteral("Solid"), int(Qt::SolidLine));
-  line_style_->addItem(QStringLiteral("Dash"), int(Qt::DashLine));
-  line_style_->addItem(QStringLiteral("Dot"), int(Qt::DotLine));
-  line_style_->setCurrentIndex(line_style_->findData(int(look.lineStyle)));
-  point_style_ = new QComboBox;
-  point_style_->addItem(QStringLiteral("Circle"), int(QCPScatterStyle::ssCircle));
-  point_style_->addItem(QStringLiteral("Disc"), int(QCPScatterStyle::ssDisc));
-  point_style_->addItem(QStringLiteral("Square"), int(QCPScatterStyle::ssSquare));
-  point_style_->addItem(QStringLiteral("Diamond"), int(QCPScatterStyle::ssDiamond));
-  point_style_->addItem(QStringLiteral("Cross"), int(QCPScatterStyle::ssCross));
-  point_style_->addItem(QStringLiteral("None"), int(QCPScatterStyle::ssNone));
-  point_style_->setCurrentIndex(std::max(0, point_style_->findData(int(look.pointShape))));
-  grid_ = new QCheckBox(QStringLiteral("Grid lines"));
-  grid_->setChecked(look.gridLines);
-  auto* color = new QPushButton(QStringLiteral("Line Colour..."));
-  connect(color, &QPushButton::clicked, this, [this] {
-    const QColor chosen = QColorDialog::getColor(color_, this);
-    if (chosen.isValid()) color_ = chosen;
-  });
-  auto* form = new QFormLayout(this);
-  form->addRow(QStringLiteral("Title:"), title_);
-  form->addRow(QStringLiteral("X axis title:"), x_title_);
-  form->addRow(QStringLiteral("Y axis title:"), y_title_);
-  form->addRow(QStringLiteral("Line style:"), line_style_);
-  form->addRow(QStringLiteral("Point style:"), point_style_);
-  form->addRow(color);
-  form->addRow(grid_);
-  auto* box = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-  connect(box, &QDialogButtonBox::accepted, this, [this] {
-    Apply();
-    accept();
-  });
-  connect(box, &QDialogButtonBox::rejected, this, &QDialog::reject);
-  form->addRow(box);
-}
-
-void ChartProperty::Apply() {
-  shell::ChartSeries description = chart_.Description();
-  description.title = title_->text().toStdString();
-  description.xTitle = x_title_->text().toStdString();
-  description.yTitle = y_title_->text().toStdString();
-  ChartView::Look look;
-  look.lineColor = color_;
-  look.lineStyle = static_cast<Qt::PenStyle>(line_style_->currentData().toInt());
-  look.pointShape = static_cast<QCPScatterStyle::ScatterShape>(point_style_->currentData().toInt());
-  look.gridLines = grid_->isChecked();
-  chart_.Draw(description);
-  chart_.SetLook(look);
-}
-
 QDialog* MakeCarlendar(QWidget* parent) {
   auto* dialog = new QDialog(parent);
   dialog->setObjectName(QStringLiteral("Carlendar"));
@@ -220,6 +170,44 @@ QDialog* MakeCarlendar(QWidget* parent) {
   return dialog;
 }
 
+PictureSizeDialog::PictureSizeDialog(const PictureSize& initial, QWidget* parent) : QDialog(parent) {
+  setObjectName(QStringLiteral("PictureSize"));
+  setWindowTitle(QStringLiteral("Picture Size"));
+  const auto spin = [](const QString& name, int low, int high, int value, const QString& suffix) {
+    auto* box = new QSpinBox;
+    box->setObjectName(name);
+    box->setRange(low, high);
+    box->setValue(value);
+    box->setSuffix(suffix);
+    return box;
+  };
+  width_ = spin(QStringLiteral("PictureWidth"), 16, 20000, initial.width, QStringLiteral(" px"));
+  height_ = spin(QStringLiteral("PictureHeight"), 16, 20000, initial.height, QStringLiteral(" px"));
+  dpi_ = spin(QStringLiteral("PictureResolution"), 24, 2400, initial.dpi, QStringLiteral(" dpi"));
+  keep_ = new QCheckBox(QStringLiteral("Keep proportions"));
+  keep_->setChecked(true);
+  ratio_ = initial.width > 0 && initial.height > 0 ? initial.height / double(initial.width) : 1.0;
+  connect(width_, &QSpinBox::valueChanged, this, [this](int width) {
+    if (keep_->isChecked()) height_->setValue(qRound(width * ratio_));
+  });
+  connect(keep_, &QCheckBox::toggled, this, [this](bool keep) {
+    if (keep) ratio_ = height_->value() / double(width_->value());
+  });
+  auto* form = new QFormLayout(this);
+  form->addRow(QStringLiteral("Width:"), width_);
+  form->addRow(QStringLiteral("Height:"), height_);
+  form->addRow(keep_);
+  form->addRow(QStringLiteral("Resolution:"), dpi_);
+  form->addRow(new QLabel(QStringLiteral("Texts and lines keep their size in inches: a higher resolution\n"
+                                         "with more pixels gives a sharper picture.")));
+  auto* box = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+  connect(box, &QDialogButtonBox::accepted, this, &QDialog::accept);
+  connect(box, &QDialogButtonBox::rejected, this, &QDialog::reject);
+  form->addRow(box);
+}
+
+PictureSize PictureSizeDialog::Size() const { return {width_->value(), height_->value(), dpi_->value()}; }
+
 QDialog* MakeInformation(QWidget* parent) {
   auto* dialog = new QDialog(parent);
   dialog->setObjectName(QStringLiteral("Information"));
@@ -227,11 +215,86 @@ QDialog* MakeInformation(QWidget* parent) {
   auto* layout = new QVBoxLayout(dialog);
   auto* name = new QLabel(QStringLiteral("<h2>Orvik 2.0</h2>"));
   auto* about = new QLabel(QStringLiteral("Statistical process control and industrial statistics."));
+  const QString build = QStringLiteral("Built %1 with %2, Qt %3 (running on Qt %4).")
+                            .arg(QStringLiteral(__DATE__),
+#if defined(__clang__)
+                                 QStringLiteral("Clang " __clang_version__),
+#elif defined(__GNUC__)
+                                 QStringLiteral("GCC " __VERSION__),
+#else
+                                 QStringLiteral("a C++20 compiler"),
+#endif
+                                 QStringLiteral(QT_VERSION_STR), QString::fromLatin1(qVersion()));
+  auto* libraries = new QLabel(QStringLiteral(
+      "<p>%1</p><p><b>Libraries used</b></p><table cellspacing=4>"
+      "<tr><td>Qt %2 (Widgets, Print Support, SVG)</td><td>LGPL 3.0</td></tr>"
+      "<tr><td>QCustomPlot %3</td><td>GPL 3.0</td></tr>"
+      "<tr><td>SQLite</td><td>Public domain</td></tr>"
+      "<tr><td>libzip</td><td>BSD 3-Clause</td></tr>"
+      "<tr><td>Expat</td><td>MIT</td></tr>"
+      "<tr><td>libxlsxwriter</td><td>BSD 2-Clause</td></tr>"
+      "<tr><td>FreeXL</td><td>MPL 1.1, GPL 2.0 or LGPL 2.1</td></tr>"
+      "<tr><td>mdbtools (when installed)</td><td>LGPL 2.0</td></tr>"
+      "</table>")
+                                   .arg(build.toHtmlEscaped(), QStringLiteral(QT_VERSION_STR),
+                                        QStringLiteral(QCUSTOMPLOT_VERSION_STR)));
+  libraries->setObjectName(QStringLiteral("Libraries"));
+  libraries->setTextInteractionFlags(Qt::TextSelectableByMouse);
   layout->addWidget(name);
   layout->addWidget(about);
+  layout->addWidget(libraries);
   auto* box = new QDialogButtonBox(QDialogButtonBox::Ok);
   QObject::connect(box, &QDialogButtonBox::accepted, dialog, &QDialog::accept);
   layout->addWidget(box);
+  return dialog;
+}
+
+namespace {
+
+// Markdown headings carry no anchors; each gets one named after its text,
+// as the guide's contents link to them ("Run rules" as "#run-rules").
+void NameHeadings(QTextDocument* document) {
+  static const QRegularExpression other(QStringLiteral("[^a-z0-9-]"));
+  for (QTextBlock block = document->begin(); block.isValid(); block = block.next()) {
+    if (block.blockFormat().headingLevel() == 0) continue;
+    QTextCursor cursor(block);
+    cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+    QTextCharFormat anchor;
+    anchor.setAnchor(true);
+    anchor.setAnchorNames({block.text().toLower().replace(QLatin1Char(' '), QLatin1Char('-')).remove(other)});
+    cursor.mergeCharFormat(anchor);
+  }
+}
+
+}  // namespace
+
+QDialog* MakeHelpContents(QWidget* parent) {
+  RegisterHelpResource();
+  auto* dialog = new QDialog(parent, Qt::Window);
+  dialog->setObjectName(QStringLiteral("HelpContents"));
+  dialog->setWindowTitle(QStringLiteral("Orvik 2.0 Help"));
+  auto* browser = new QTextBrowser;
+  browser->setObjectName(QStringLiteral("HelpText"));
+  // Links within the guide scroll to their heading; others open outside.
+  browser->setOpenLinks(false);
+  QObject::connect(browser, &QTextBrowser::anchorClicked, browser, [browser](const QUrl& url) {
+    if (url.hasFragment()) browser->scrollToAnchor(url.fragment());
+    else QDesktopServices::openUrl(url);
+  });
+  QObject::connect(browser, &QTextBrowser::sourceChanged, browser, [browser] { NameHeadings(browser->document()); });
+  browser->setSource(QUrl(QStringLiteral("qrc:/help/user_guide.md")), QTextDocument::MarkdownResource);
+  auto* home = new QPushButton(QStringLiteral("Contents"));
+  auto* close = new QPushButton(QStringLiteral("Close"));
+  QObject::connect(home, &QPushButton::clicked, browser, [browser] { browser->verticalScrollBar()->setValue(0); });
+  QObject::connect(close, &QPushButton::clicked, dialog, &QDialog::close);
+  auto* buttons = new QHBoxLayout;
+  buttons->addWidget(home);
+  buttons->addStretch();
+  buttons->addWidget(close);
+  auto* layout = new QVBoxLayout(dialog);
+  layout->addLayout(buttons);
+  layout->addWidget(browser);
+  dialog->resize(760, 640);
   return dialog;
 }
 

@@ -5,9 +5,11 @@
 #include <QDialog>
 #include <QLineEdit>
 #include <QRadioButton>
+#include <QSpinBox>
 #include <functional>
 #include <vector>
 
+#include "gui/chart_property.h"
 #include "gui/chart_view.h"
 #include "worksheet/sheet_edits.h"
 
@@ -75,33 +77,30 @@ class SortDialog : public QDialog {
   QComboBox* orders_[kLevels] = {};
 };
 
-// The chart property dialog `ChartProperty`: titles, line colour, line and
-// point style and grid lines of one chart.
-class ChartProperty : public QDialog {
+// Asks for the width, height and resolution of a picture, starting from
+// `initial`; width and height keep their proportion unless the box is
+// cleared.
+class PictureSizeDialog : public QDialog {
   Q_OBJECT
 
  public:
-  explicit ChartProperty(ChartView& chart, QWidget* parent = nullptr);
-  // Applies the dialog's settings to the chart (OK does this).
-  void Apply();
-
-  QLineEdit* TitleEdit() const { return title_; }
-  QCheckBox* GridLines() const { return grid_; }
+  explicit PictureSizeDialog(const PictureSize& initial, QWidget* parent = nullptr);
+  PictureSize Size() const;
 
  private:
-  ChartView& chart_;
-  QLineEdit* title_ = nullptr;
-  QLineEdit* x_title_ = nullptr;
-  QLineEdit* y_title_ = nullptr;
-  QComboBox* line_style_ = nullptr;
-  QComboBox* point_style_ = nullptr;
-  QCheckBox* grid_ = nullptr;
-  QColor color_;
+  QSpinBox* width_ = nullptr;
+  QSpinBox* height_ = nullptr;
+  QSpinBox* dpi_ = nullptr;
+  QCheckBox* keep_ = nullptr;
+  double ratio_ = 1.0;
 };
 
 // The calendar dialog `Carlendar`.
 QDialog* MakeCarlendar(QWidget* parent);
-// The `Information` window: the program's name and version.
+// The `Information` window: the program's name, version and build, and the
+// libraries it uses with their licences.
 QDialog* MakeInformation(QWidget* parent);
+// The help window: the user guide that ships inside the program.
+QDialog* MakeHelpContents(QWidget* parent);
 
 }  // namespace orvik::gui

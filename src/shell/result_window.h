@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "shell/chart_presentation.h"
 #include "shell/chart_series.h"
 #include "shell/command_run.h"
 #include "shell/result_table.h"
@@ -32,6 +33,8 @@ struct ResultWindow {
   // can be drawn again (given limits) and saved with its project. Null for
   // windows whose making is not known (older project files).
   std::shared_ptr<const CommandRun> run;
+  // The look the user gave its charts, one entry per restyled chart.
+  std::vector<ChartPresentation> presentation;
 
   ChartSeries& Chart(const std::string& name);
   // Whether the grid, a plotted value, a line or a label holds a number that

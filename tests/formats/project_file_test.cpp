@@ -92,6 +92,24 @@ Project AwkwardProject() {
       "mnuBarX-R", data, {true, 1, 2, 1, 25},
       {{"ControlTwoLimit", "ControlOpt", "1"}, {"ControlTwoLimit", "UCL1txt", "25.01"},
        {"SubGroup", "Note", "say \"hi\",\n측정"}, {"SubGroup", "Empty", ""}}});
+  // A restyled chart: texts with the codec's own separators, extreme and
+  // negative numbers, a series left plain between two styled ones.
+  shell::ChartPresentation look;
+  look.chart = "ChartOne";
+  look.title = "Means = \\n\nline two";
+  look.x.title = "";
+  look.y = {"µm", true, -1e-300, 1.7976931348623157e308, true, 3};
+  look.fontFamily = "DejaVu Serif";
+  look.titleSize = 30;
+  look.gridLines = false;
+  look.legend = shell::LegendPlace::BottomLeft;
+  look.series.resize(3);
+  look.series[0] = {shell::Rgb{0x123456}, 2.5, shell::LineStyle::DashDot, shell::MarkerShape::Star, 9.0, shell::kBlack};
+  look.series[2].marker = shell::MarkerShape::None;
+  look.limitColor = shell::Rgb{0};
+  look.limitStyle = shell::LineStyle::None;
+  look.limitDecimals = 0;
+  control.presentation = {look, shell::PlainPresentation("ChartTwo")};
   project.results.push_back({std::move(control), WindowPlacement{0, 0, 800, 600, false, true}});
 
   shell::ResultWindow graph = shell::MakeDataChart("Pareto chart");
@@ -136,8 +154,10 @@ void ExecSql(const std::string& path, const std::string& sql) {
   sqlite3_close(db);
 }
 
-// The project as a file of a format before the series' style reads it.
+// The project as a file of a format before the series' style reads it:
+// plain series and charts in the program's own look.
 void WithPlainSeries(Project& project) {
+  for (auto& result : project.results) result.window.presentation.clear();
   for (auto& result : project.results)
     for (auto& chart : result.window.charts)
       for (auto& series : chart.series) series.stepped = series.dashed = false;
@@ -155,7 +175,7 @@ TEST(ProjectFileTest, AProjectOfFormatOneOpensWithoutRuns) {
   Project old = AwkwardProject();
   for (auto& result : old.results) result.window.run = nullptr;
   SaveProject(path, old);
-  ExecSql(path, "DROP TABLE runs; DROP TABLE run_settings; DROP TABLE run_data; DROP TABLE sheet_designs; "
+  ExecSql(path, "DROP TABLE runs; DROP TABLE run_settings; DROP TABLE run_data; DROP TABLE sheet_designs; DROP TABLE chart_looks; "
                 "ALTER TABLE chart_series DROP COLUMN style; PRAGMA user_version=1;");
   WithPlainSeries(old);
   WithoutDesigns(old);
@@ -168,7 +188,7 @@ TEST(ProjectFileTest, AProjectOfFormatTwoOpensWithPlainSeries) {
   const std::string path = folder.Path("old.orv");
   Project old = AwkwardProject();
   SaveProject(path, old);
-  ExecSql(path, "DROP TABLE sheet_designs; ALTER TABLE chart_series DROP COLUMN style; PRAGMA user_version=2;");
+  ExecSql(path, "DROP TABLE sheet_designs; DROP TABLE chart_looks; ALTER TABLE chart_series DROP COLUMN style; PRAGMA user_version=2;");
   WithPlainSeries(old);
   WithoutDesigns(old);
   ExpectSameProject(LoadProject(path), old);

@@ -147,6 +147,7 @@ inline void ExpectSameResult(const shell::ResultWindow& got, const shell::Result
     EXPECT_EQ(got.table->background, want.table->background);
   }
   EXPECT_EQ(Keys(got.charts, ChartKey), Keys(want.charts, ChartKey));
+  EXPECT_TRUE(got.presentation == want.presentation) << "chart looks differ";
   ExpectSameRun(got.run.get(), want.run.get());
 }
 

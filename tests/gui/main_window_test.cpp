@@ -7,6 +7,7 @@
 #include <QMessageBox>
 #include <QScrollBar>
 #include <QTest>
+#include <QTextBrowser>
 #include <QTextEdit>
 #include <QToolBar>
 
@@ -99,6 +100,25 @@ class MainWindowTest : public QObject {
       QCOMPARE(group, QString::fromLatin1(command.menu.data(), command.menu.size()));
       if (command.scope == shell::CommandScope::Core && command.run == nullptr)
         QVERIFY2(!actions.front()->isEnabled(), qPrintable(key));
+    }
+  }
+
+  // The help window shows the guide that ships with the program, and the
+  // guide names every analysis the menus offer.
+  void theHelpContentsDescribeEveryAnalysis() {
+    window_->ToolClick(QStringLiteral("mnuContents"));
+    auto* help = window_->findChild<QTextBrowser*>(QStringLiteral("HelpText"));
+    QVERIFY(help && help->isVisible());
+    const QString guide = help->toPlainText();
+    for (const char* heading : {"Getting started", "Run rules", "File formats", "orvik-cli"})
+      QVERIFY2(guide.contains(QLatin1String(heading)), heading);
+    // The contents' links lead to their sections.
+    emit help->anchorClicked(QUrl(QStringLiteral("qrc:/help/user_guide.md#run-rules")));
+    QVERIFY(help->verticalScrollBar()->value() > 0);
+    for (const shell::CommandDeclaration& command : commands::Commands()) {
+      if (command.scope != shell::CommandScope::Core || command.run == nullptr) continue;
+      const QString caption = QString::fromUtf8(command.caption.data(), command.caption.size()).remove(QLatin1Char('&'));
+      QVERIFY2(guide.contains(caption), qPrintable(caption));
     }
   }
 
@@ -376,7 +396,12 @@ class MainWindowTest : public QObject {
       for (const auto& [box, text] : texts) dialog.Type(box, text);
       return true;
     });
+    // The restyled chart keeps its look in the window drawn again.
+    shell::ChartPresentation ranges = shell::PlainPresentation("ChartTwo");
+    ranges.title = "Ranges";
+    window_->ActiveResultWindow()->SetPresentation(ranges);
     given->trigger();
+    QVERIFY(window_->ActiveResultWindow()->Record().presentation == std::vector<shell::ChartPresentation>{ranges});
     // The chart is drawn again from the window's own data and subgroup
     // choice: no subgroup dialog, the same means, whatever the sheet shows now.
     QCOMPARE(opened, (std::vector<std::string>{"ControlTwoLimit"}));

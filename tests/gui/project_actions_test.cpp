@@ -12,6 +12,7 @@
 #include "formats/workbook_file.h"
 #include "gui/main_window.h"
 #include "gui/project_actions.h"
+#include "gui/chart_view.h"
 #include "gui/result_window_widget.h"
 #include "gui/worksheet_window.h"
 
@@ -58,6 +59,16 @@ class ProjectActionsTest : public QObject {
     return qobject_cast<gui::WorksheetWindow*>(window.Mdi()->subWindowList(QMdiArea::CreationOrder).at(index)->widget());
   }
 
+  // The look the session gives its control chart.
+  static shell::ChartPresentation Restyled() {
+    shell::ChartPresentation look = shell::PlainPresentation("ChartOne");
+    look.title = "Means per shift";
+    look.gridLines = false;
+    look.series = {{shell::Rgb{0x00AA00}, 2.0, shell::LineStyle::Dot, shell::MarkerShape::Square, 8.0, {}}};
+    look.limitDecimals = 2;
+    return look;
+  }
+
   // A session of two worksheets (one renamed, with header names, formats and
   // a selection) around a result window with a styled grid and a chart.
   void BuildSession(MainWindow& window) {
@@ -75,6 +86,7 @@ class ProjectActionsTest : public QObject {
     result.Chart("ChartOne").series.push_back({"xbar", shell::SeriesType::Line, {1, 2}, {10.25, 10.75}, {2}, {}, false, false, false, {}});
     result.Chart("ChartOne").lines.push_back({shell::LineOrientation::Horizontal, 11.5, "UCL= 11.5", shell::kRed, true});
     window.Host().ShowResultWindow(result);
+    window.ActiveResultWindow()->SetPresentation(Restyled());
     gui::WorksheetWindow* second = window.NewWorksheet();
     second->Editor().SetCell(5, 3, "7");
     second->parentWidget()->setWindowTitle(QStringLiteral("Line 2"));
@@ -132,11 +144,23 @@ class ProjectActionsTest : public QObject {
     QCOMPARE(result->Record().charts[0].series[0].y, (std::vector<double>{10.25, 10.75}));
     QCOMPARE(result->Record().charts[0].lines[0].label, std::string("UCL= 11.5"));
     QCOMPARE(result->CellText(0, 1), QStringLiteral("10.25"));
+    // The chart comes back restyled.
+    QVERIFY(result->Record().presentation == std::vector<shell::ChartPresentation>{Restyled()});
+    gui::ChartView* chart = result->Charts().front();
+    QCOMPARE(qobject_cast<QCPTextElement*>(chart->plotLayout()->element(0, 0))->text(), QStringLiteral("Means per shift"));
+    QCOMPARE(chart->graph(0)->pen().color(), QColor(0x00AA00));
+    QVERIFY(!chart->yAxis->grid()->visible());
+
     QCOMPARE(reopened->Mdi()->activeSubWindow()->windowTitle(), QStringLiteral("Line 2"));
     QVERIFY(reopened->DocumentMenusEnabled());
     QVERIFY(!reopened->Projects().IsModified());
     // The worksheet counter came back too: the next sheet is number 3.
     QCOMPARE(reopened->NewWorksheet()->parentWidget()->windowTitle(), QStringLiteral("WorkSheet 3"));
+    // Restyling a chart is a change to save.
+    reopened->Projects().Save();
+    QVERIFY(!reopened->Projects().IsModified());
+    result->SetPresentation(shell::PlainPresentation("ChartOne"));
+    QVERIFY(reopened->Projects().IsModified());
   }
 
   void aReopenedChartRedrawsFromItsOwnData() {

@@ -1,4 +1,8 @@
 #include <QCheckBox>
+#include <QComboBox>
+#include <QXmlStreamReader>
+#include <QRegularExpression>
+#include <QSpinBox>
 #include <QElapsedTimer>
 #include <QFormLayout>
 #include <QLabel>
@@ -9,6 +13,7 @@
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QToolTip>
 
 #include "charts/control_form.h"
 #include "commands/command_registry.h"
@@ -48,6 +53,30 @@ int CountItems(QCustomPlot* plot, const char* class_name) {
   for (int i = 0; i < plot->itemCount(); ++i)
     if (QString::fromLatin1(plot->item(i)->metaObject()->className()) == QLatin1String(class_name)) ++count;
   return count;
+}
+
+// The pages of a PDF file that Qt wrote, each as the length of its
+// compressed content stream: a blank page draws almost nothing.
+QList<qsizetype> PdfPages(const QString& path) {
+  QFile file(path);
+  if (!file.open(QIODevice::ReadOnly)) return {};
+  const QString pdf = QString::fromLatin1(file.readAll());
+  if (!pdf.startsWith(QLatin1String("%PDF-"))) return {};
+  const auto object = [&pdf](const QString& number) {
+    const qsizetype at = pdf.indexOf(QRegularExpression(QStringLiteral("(^|\\n)%1 0 obj").arg(number)));
+    return at < 0 ? QString() : pdf.mid(at, 200);
+  };
+  QList<qsizetype> pages;
+  static const QRegularExpression page(QStringLiteral("/Type /Page\\n[^>]*/Contents (\\d+) 0 R"));
+  static const QRegularExpression length(QStringLiteral("/Length (\\d+)( 0 R)?"));
+  for (auto match = page.globalMatch(pdf); match.hasNext();) {
+    const QRegularExpressionMatch size = length.match(object(match.next().captured(1)));
+    if (!size.hasMatch()) return {};
+    const QString direct = size.captured(1);
+    static const QRegularExpression value(QStringLiteral("obj\\s+(\\d+)"));
+    pages << (size.captured(2).isEmpty() ? direct : value.match(object(direct)).captured(1)).toLongLong();
+  }
+  return pages;
 }
 
 QStringList Texts(QCustomPlot* plot) {
@@ -190,6 +219,28 @@ class ResultWindowTest : public QObject {
     QTest::mouseClick(upper, Qt::LeftButton, Qt::NoModifier,
                       QPoint(int(upper->xAxis->coordToPixel(4)), int(upper->yAxis->coordToPixel(12.75))));
     QCOMPARE(upper->PointInfo(), QStringLiteral("Number: 4 | Value: 12.75"));
+    // The pointer tells the same beside the point, on the click and on a hover.
+    const auto pixel = [upper](double x, double y) {
+      return QPointF(upper->xAxis->coordToPixel(x), upper->yAxis->coordToPixel(y));
+    };
+    QCOMPARE(QToolTip::text(), QStringLiteral("Point 4: beyond a control limit\nNumber: 4 | Value: 12.75"));
+    QMouseEvent hover(QEvent::MouseMove, pixel(2, 11), upper->mapToGlobal(pixel(2, 11)), Qt::NoButton, Qt::NoButton,
+                      Qt::NoModifier);
+    QApplication::sendEvent(upper, &hover);
+    QCOMPARE(QToolTip::text(), QStringLiteral("Number: 2 | Value: 11"));
+    // Ctrl and a drag zoom to the rectangle drawn; Reset View goes back.
+    const QCPRange whole = upper->xAxis->range();
+    const auto send = [upper](QEvent::Type type, QPointF at, Qt::MouseButtons held) {
+      QMouseEvent event(type, at, upper->mapToGlobal(at), Qt::LeftButton, held, Qt::ControlModifier);
+      QApplication::sendEvent(upper, &event);
+    };
+    send(QEvent::MouseButtonPress, pixel(2, 12.5), Qt::LeftButton);
+    send(QEvent::MouseMove, pixel(3.5, 10), Qt::LeftButton);
+    send(QEvent::MouseButtonRelease, pixel(3.5, 10), Qt::NoButton);
+    QVERIFY2(std::abs(upper->xAxis->range().lower - 2) < 0.05 && std::abs(upper->xAxis->range().upper - 3.5) < 0.05,
+             qPrintable(QStringLiteral("%1 %2").arg(upper->xAxis->range().lower).arg(upper->xAxis->range().upper)));
+    upper->ResetView();
+    QCOMPARE(upper->xAxis->range(), whole);
     // A window whose command names none of its charts for point clicks
     // shows nothing.
     ResultWindowWidget other(charts::OneChartWindow("Run chart", "mnuRun", mr));
@@ -290,7 +341,7 @@ class ResultWindowTest : public QObject {
     QTemporaryDir dir;
     ResultWindowWidget widget(TwoChartWindow());
     const std::vector<ChartView*>& charts = widget.Charts();
-    for (const char* name : {"c.png", "c.jpg", "c.svg", "c.pdf"}) {
+    for (const char* name : {"c.png", "c.jpg", "c.bmp", "c.svg", "c.pdf"}) {
       const QString path = dir.filePath(QString::fromLatin1(name));
       QVERIFY2(gui::SaveCharts(charts, path), name);
       QVERIFY2(QFileInfo(path).size() > 500, name);
@@ -306,27 +357,97 @@ class ResultWindowTest : public QObject {
         for (int x = 0; x < png.width(); x += 3) dark += qGray(png.pixel(x, y)) < 100;
       QVERIFY2(dark > 200, qPrintable(QString::number(top)));
     }
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setOutputFormat(QPrinter::PdfFormat);
-    printer.setOutputFileName(dir.filePath(QStringLiteral("print.pdf")));
-    gui::PrintCharts(printer, charts);
-    QFile pdf(dir.filePath(QStringLiteral("print.pdf")));
-    QVERIFY(pdf.open(QIODevice::ReadOnly));
-    QCOMPARE(pdf.readAll().count("/Type /Page\n"), 1);
+    // A chosen size and resolution: the pixels asked for, the resolution
+    // recorded, the text as large in inches as at the default.
+    const QString sized = dir.filePath(QStringLiteral("sized.png"));
+    QVERIFY(gui::SaveCharts(charts, sized, {600, 450, 300}));
+    const QImage small(sized);
+    QCOMPARE(small.size(), QSize(600, 450));
+    QCOMPARE(qRound(small.dotsPerMeterX() * 0.0254), 300);
+    QVERIFY(!gui::SaveCharts(charts, sized, {0, 450, 300}));
+    // The vector files are what they claim: an SVG document of the picture's
+    // size, a PDF of one page.
+    QFile svg(dir.filePath(QStringLiteral("c.svg")));
+    QVERIFY(svg.open(QIODevice::ReadOnly));
+    QXmlStreamReader xml(&svg);
+    QStringList elements;
+    while (xml.readNext() != QXmlStreamReader::EndDocument && !xml.hasError())
+      if (xml.isStartElement()) elements << xml.name().toString();
+    QVERIFY2(!xml.hasError(), qPrintable(xml.errorString()));
+    QCOMPARE(elements.value(0), QStringLiteral("svg"));
+    QVERIFY(elements.count(QStringLiteral("path")) + elements.count(QStringLiteral("polyline")) > 10);
+    const QList<qsizetype> picture_pages = PdfPages(dir.filePath(QStringLiteral("c.pdf")));
+    QCOMPARE(picture_pages.size(), 1);
+    QVERIFY(picture_pages.front() > 1000);
+
+    // Printed to a PDF file: the chart is one page that is not blank; the
+    // whole window adds its grid on a page of its own.
+    for (const bool whole : {false, true}) {
+      const QString path = dir.filePath(whole ? QStringLiteral("window.pdf") : QStringLiteral("print.pdf"));
+      QPrinter printer(QPrinter::HighResolution);
+      printer.setOutputFormat(QPrinter::PdfFormat);
+      printer.setOutputFileName(path);
+      if (whole) gui::PrintResultWindow(printer, charts, &*widget.Record().table);
+      else gui::PrintCharts(printer, {charts.front()});
+      const QList<qsizetype> pages = PdfPages(path);
+      QCOMPARE(pages.size(), whole ? 2 : 1);
+      // A blank page's content is a few dozen bytes; the grid's page draws
+      // less than a chart's.
+      QVERIFY2(pages.front() > 1000, qPrintable(QString::number(pages.front())));
+      for (const qsizetype drawn : pages) QVERIFY2(drawn > 300, qPrintable(QString::number(drawn)));
+    }
   }
 
-  void chartPropertyChangesTitleAndGrid() {
+  // Apply restyles at once and the window keeps the look; Cancel puts
+  // back the look the chart had when the dialog opened.
+  void chartPropertyAppliesAndCancelRestores() {
     ResultWindowWidget widget(TwoChartWindow());
     ChartView* chart = widget.Charts().front();
-    gui::ChartProperty dialog(*chart);
+    const QPixmap before = chart->toPixmap(400, 300);
+    gui::ChartProperty dialog(widget, *chart);
+    dialog.SetColorChooser([](const QColor&) { return QColor(0x12, 0x34, 0x56); });
     QCOMPARE(dialog.TitleEdit()->text(), QStringLiteral("xbar"));
     dialog.TitleEdit()->setText(QStringLiteral("Means"));
     dialog.GridLines()->setChecked(false);
+    dialog.findChild<QPushButton*>(QStringLiteral("LineColor"))->click();
+    dialog.findChild<QComboBox*>(QStringLiteral("Marker"))->setCurrentText(QStringLiteral("Diamond"));
+    dialog.findChild<QSpinBox*>(QStringLiteral("LimitDecimals"))->setValue(3);
+    dialog.findChild<QCheckBox*>(QStringLiteral("YAutomatic"))->setChecked(false);
+    dialog.findChild<QDoubleSpinBox*>(QStringLiteral("YMinimum"))->setValue(5);
+    dialog.findChild<QDoubleSpinBox*>(QStringLiteral("YMaximum"))->setValue(20);
+    dialog.findChild<QCheckBox*>(QStringLiteral("YLog"))->setChecked(true);
     dialog.Apply();
-    QCOMPARE(chart->Description().title, std::string("Means"));
+    QCOMPARE(widget.Record().presentation.size(), std::size_t{1});
+    const shell::ChartPresentation look = widget.Record().presentation.front();
+    QCOMPARE(look.chart, std::string("ChartOne"));
+    QCOMPARE(look.title, std::optional<std::string>("Means"));
+    QCOMPARE(look.series.size(), std::size_t{1});  // the R series of ChartTwo is another chart
+    QCOMPARE(look.series[0].lineColor, std::optional<shell::Rgb>(shell::Rgb{0x123456}));
+    QCOMPARE(look.series[0].lineWidth, std::optional<double>());  // untouched fields stay the analysis's
+    QCOMPARE(chart->Description().title, std::string("xbar"));  // the analysis's description is kept
+    QCOMPARE(qobject_cast<QCPTextElement*>(chart->plotLayout()->element(0, 0))->text(), QStringLiteral("Means"));
     QVERIFY(!chart->xAxis->grid()->visible());
+    QCOMPARE(chart->graph(0)->pen().color(), QColor(0x12, 0x34, 0x56));
+    QCOMPARE(chart->graph(0)->scatterStyle().pen().color(), QColor(0x12, 0x34, 0x56));  // markers follow the line
+    QCOMPARE(chart->graph(0)->scatterStyle().shape(), QCPScatterStyle::ssDiamond);
+    QCOMPARE(chart->yAxis->range(), QCPRange(5, 20));
+    QCOMPARE(chart->yAxis->scaleType(), QCPAxis::stLogarithmic);
+    QVERIFY(Texts(chart).contains(QStringLiteral("UCL= 12.500")));
     QCOMPARE(CountItems(chart, "QCPItemStraightLine"), 3);  // redrawn, not doubled
-    QCOMPARE(chart->plotLayout()->rowCount(), 3);  // title, plot, the legend of the marked point
+    // ChartTwo is untouched and still shares the sample axis.
+    QCOMPARE(widget.Charts()[1]->xAxis->range(), chart->xAxis->range());
+
+    // A negative fixed minimum cannot draw a log scale.
+    dialog.findChild<QDoubleSpinBox*>(QStringLiteral("YMinimum"))->setValue(-1);
+    dialog.Apply();
+    QCOMPARE(chart->yAxis->scaleType(), QCPAxis::stLinear);
+
+    dialog.reject();
+    QVERIFY(widget.Record().presentation.empty());
+    QCOMPARE(qobject_cast<QCPTextElement*>(chart->plotLayout()->element(0, 0))->text(), QStringLiteral("xbar"));
+    QVERIFY(chart->xAxis->grid()->visible());
+    QVERIFY(Texts(chart).contains(QStringLiteral("UCL= 12.5")));
+    QCOMPARE(chart->toPixmap(400, 300).toImage(), before.toImage());
   }
 
   void dialogWidgetsFollowTheModel() {
