@@ -797,7 +797,7 @@ class ProjectReader {
       if (series.Int(2) != static_cast<std::int64_t>(chart.series.size())) Bad("series numbering");
       shell::PlotSeries s;
       s.name = series.Text(3);
-      s.type = static_cast<shell::SeriesType>(Within(series.Int(4), 0, 3, "series type"));
+      s.type = static_cast<shell::SeriesType>(Within(series.Int(4), 0, 6, "series type"));
       s.x = Doubles(series.Blob(5), "series values");
       s.y = Doubles(series.Blob(6), "series values");
       ByteReader marked(series.Blob(7));

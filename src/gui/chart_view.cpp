@@ -1,5 +1,7 @@
 #include "gui/chart_view.h"
 
+#include "gui/polar_plots.h"
+
 #include <QPdfWriter>
 #include <QToolTip>
 
@@ -121,6 +123,11 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
   yAxis2->setLabel(QString::fromStdString(chart.y2Title));
   xAxis->grid()->setVisible(look_.gridLines);
   yAxis->grid()->setVisible(look_.gridLines);
+  qDeleteAll(findChildren<QCPBarsGroup*>(QString(), Qt::FindDirectChildrenOnly));
+  if (DrawPolarChart(*this, chart, font())) {
+    replot();
+    return;
+  }
 
   bool any_second_axis = false;
   double y_min = std::numeric_limits<double>::infinity();
@@ -134,6 +141,11 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
   };
   const bool has_bars = std::any_of(chart.series.begin(), chart.series.end(),
                                    [](const shell::PlotSeries& series) { return series.type == shell::SeriesType::Bar; });
+  // Several bar series of a graph stand side by side in each category.
+  const auto bar_count = std::count_if(chart.series.begin(), chart.series.end(), [](const shell::PlotSeries& series) {
+    return series.type == shell::SeriesType::Bar && !series.color;
+  });
+  QCPBarsGroup* bars_group = chart.seriesLegend && bar_count > 1 ? new QCPBarsGroup(this) : nullptr;
   for (std::size_t s = 0; s < chart.series.size(); ++s) {
     const shell::PlotSeries& series = chart.series[s];
     QCPAxis* value_axis = series.onSecondAxis ? yAxis2 : yAxis;
@@ -175,9 +187,11 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
           for (double v : series.y) take(v, y_min, y_max);
           break;
         }
+        if (series.curve && series.dashed) pen.setStyle(Qt::DashLine);
+        if (series.curve) pen.setWidthF(1.6);
         graph->setPen(pen);
         graph->setLineStyle(line ? QCPGraph::lsLine : QCPGraph::lsNone);
-        if (!line || y.size() <= kMaxMarkedPoints)
+        if (!series.curve && (!line || y.size() <= kMaxMarkedPoints))
           graph->setScatterStyle(QCPScatterStyle(look_.pointShape, color, line ? 5 : 7));
         series_of_.insert(graph, static_cast<int>(s));
         if (!series.marked.empty()) AddMarks(series, x, y, value_axis, s == 0);
@@ -197,6 +211,10 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
         bars->setWidth(spacing > 0 ? spacing * (series.x.empty() ? 0.8 : 1.0) : 0.8);
         bars->setPen(QPen(color.darker()));
         bars->setBrush(FillColor(color));
+        if (bars_group && !series.color) {
+          bars->setWidth(0.8 / static_cast<double>(bar_count));
+          bars->setBarsGroup(bars_group);
+        }
         series_of_.insert(bars, static_cast<int>(s));
         if (!series.onSecondAxis) {
           for (double v : series.y) take(v, y_min, y_max);
@@ -225,6 +243,19 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
         series_of_.insert(boxes, static_cast<int>(s));
         break;
       }
+      case shell::SeriesType::Area: {
+        // A shaded area under a curve, beneath the curve and deaf to clicks.
+        auto* area = addGraph(xAxis, value_axis);
+        area->setName(QString::fromStdString(series.name));
+        area->setData(XValues(series, series.y.size()), ToVector(series.y), true);
+        area->setPen(QPen(color));
+        area->setBrush(FillColor(color));
+        area->setSelectable(QCP::stNone);
+        area->setLayer(QStringLiteral("limits"));
+        break;
+      }
+      case shell::SeriesType::Pie:
+      case shell::SeriesType::Radar: break;  // drawn by DrawPolarChart
     }
   }
 
@@ -478,7 +509,7 @@ void ChartView::AddMarks(const shell::PlotSeries& series, const QVector<double>&
 // A small legend under the plot names the kinds of marks and the curves
 // over bars, each name once; charts without either have none.
 void ChartView::UpdateLegend() {
-  if (marks_.isEmpty() && overlays_.isEmpty()) return;
+  if (marks_.isEmpty() && overlays_.isEmpty() && !chart_.seriesLegend) return;
   if (!legend_below_) {
     axisRect()->insetLayout()->take(legend);
     plotLayout()->addElement(plotLayout()->rowCount(), 0, legend);
@@ -495,7 +526,8 @@ void ChartView::UpdateLegend() {
     auto* item = qobject_cast<QCPPlottableLegendItem*>(legend->item(i));
     if (!item) continue;
     QCPAbstractPlottable* plottable = item->plottable();
-    if ((!marks_.contains(plottable) && !overlays_.contains(plottable)) || listed.contains(plottable->name())) {
+    const bool named = chart_.seriesLegend || marks_.contains(plottable) || overlays_.contains(plottable);
+    if (!named || listed.contains(plottable->name())) {
       legend->removeItem(i--);
       continue;
     }
