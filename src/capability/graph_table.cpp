@@ -34,10 +34,13 @@ GraphTable ReadGraphTable(const worksheet::Worksheet& sheet, const worksheet::Da
   long first_value = 0;
   if (label_column && columns.length > 1) {
     const long col = columns.At(0);
-    for (long r = 0; r < used_rows && !table.labelled; ++r) {
+    long texts = 0, numbers = 0;
+    for (long r = 0; r < used_rows; ++r) {
       const std::string text = Trimmed(sheet.Text(rows.At(r), col));
-      table.labelled = !text.empty() && !worksheet::ParseCellNumber(text);
+      if (text.empty()) continue;
+      ++(worksheet::ParseCellNumber(text) ? numbers : texts);
     }
+    table.labelled = texts > 0 && numbers == 0;
     if (table.labelled) first_value = 1;
   }
   for (long r = 0; r < used_rows; ++r)

@@ -26,9 +26,9 @@ struct GraphTable {
   bool labelled = false;   // the first column gave the row names
 };
 
-// Reads the block. With `label_column`, a first column holding any text
-// that is not a number names the rows and is not a series (a column of
-// numbers stays a series).
+// Reads the block. With `label_column`, a first column of texts (every
+// filled cell not a number) names the rows and is not a series; a column
+// holding any number stays a series, its texts improper cells.
 GraphTable ReadGraphTable(const worksheet::Worksheet& sheet, const worksheet::DataSelection& block,
                           bool label_column);
 

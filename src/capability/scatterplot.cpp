@@ -114,6 +114,7 @@ shell::ResultWindow DotplotWindow(const ScatterPairs& pairs, const DotplotSettin
     line.name = "Fitted line";
     line.type = shell::SeriesType::Line;
     line.color = shell::kRed;
+    line.curve = true;
     for (const double v : {*lo, *hi}) {
       line.x.push_back(v);
       line.y.push_back(fit.intercept + fit.slope * v);

@@ -349,6 +349,9 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
       label->position->setType(QCPItemPosition::ptAxisRectRatio);
       label->position->setCoords(0.01, 0.02 + 0.06 * corner_labels++);
       label->setPositionAlignment(Qt::AlignLeft | Qt::AlignTop);
+      // On a light ground, so that a line through the corner leaves it legible.
+      label->setBrush(QColor(255, 255, 255, 225));
+      label->setPadding(QMargins(3, 1, 3, 1));
     }
   }
 
