@@ -165,7 +165,7 @@ void DistributionForm::ShowFamily(const std::string& name, bool defaults) {
     shell::DialogControl& box = MutableControl(kParameterBoxes[i]);
     const bool used = i < family->parameters.size();
     box.enabled = used;
-    box.caption = used ? std::string(family->parameters[i]) : std::string();
+    box.caption = used ? std::string(family->parameters[i]) : "Parameter " + std::to_string(i + 1);
     if (defaults) box.text = used ? FormatNumber(values[i]) : std::string();
   }
 }

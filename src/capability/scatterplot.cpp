@@ -29,7 +29,9 @@ std::string Equation(double intercept, double slope) {
 }
 
 ScatterPairs ReadPairs(const worksheet::Worksheet& sheet, const worksheet::DataSelection& block, bool grouped) {
-  const auto columns = analyses::ColumnsOfBlock(sheet, block);
+  // x is the left column and y the right one, whichever way the block was dragged.
+  auto columns = analyses::ColumnsOfBlock(sheet, block);
+  std::sort(columns.begin(), columns.end(), [](const auto& a, const auto& b) { return a.column < b.column; });
   ScatterPairs pairs;
   pairs.xName = columns[0].name;
   pairs.yName = columns[1].name;

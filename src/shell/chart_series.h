@@ -32,12 +32,12 @@ struct PlotSeries {
   // sample. Such a series has no point markers.
   bool stepped = false;
   bool dashed = false;
-  // A smooth curve (a density, a fitted line): a line without point markers.
-  bool curve = false;
   // The out-of-control code of each marked point ("* ", "B ", "* C "), when
   // the chart has run rules: beyond-limit points and rule-flagged points are
   // drawn apart. Empty: every marked point is beyond a limit.
   std::vector<std::string> markCodes;
+  // A smooth curve (a density, a fitted line): a line without point markers.
+  bool curve = false;
 };
 
 enum class LineOrientation { Horizontal, Vertical };
