@@ -29,6 +29,7 @@ void AddLimit(shell::ChartSeries& chart, const std::string& name, double value) 
 // reproducibility and the parts.
 shell::ChartSeries ComponentsChart(const GageVariances& v, const GageRRSettings& settings) {
   shell::ChartSeries chart = Chart("DataChartView", "Components of Variation", "", "Percent");
+  chart.seriesLegend = true;  // the bars of each component stand side by side, named below
   chart.categories = {"Gage R&R", "Repeat", "Reprod", "Part-to-Part"};
   const std::vector<double> variances{v.Gage(), v.repeatability, v.Reproducibility(), v.part};
   shell::PlotSeries contribution = NamedSeries("% Contribution", shell::SeriesType::Bar);

@@ -6,12 +6,13 @@
 
 namespace orvik::capability {
 
-// The Graph menu's graphs (histogram, Pareto chart, box-plot and those still
-// to come), then the Analysis menu's run chart and capability analysis, in
+// The Graph menu's graphs (histogram, scatterplot, Pareto chart, box-plot,
+// connected line graph, bar, pie and radar charts, distribution plot), then the Analysis menu's run chart and capability analysis, in
 // their menu order.
 std::vector<shell::CommandDeclaration> CapabilityCommands();
 
-// The capability analysis's dialog CpkForm.
+// The dialogs of the capability analysis and the graphs: CpkForm,
+// DotplotForm, PieForm, RadarForm and DistributionForm.
 std::vector<shell::DialogDeclaration> CapabilityDialogs();
 
 }  // namespace orvik::capability

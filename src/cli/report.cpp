@@ -16,6 +16,9 @@ const char* SeriesTypeName(shell::SeriesType type) {
     case shell::SeriesType::Points: return "points";
     case shell::SeriesType::Bar: return "bar";
     case shell::SeriesType::Box: return "box";
+    case shell::SeriesType::Pie: return "pie";
+    case shell::SeriesType::Radar: return "radar";
+    case shell::SeriesType::Area: return "area";
   }
   return "line";
 }
@@ -55,7 +58,9 @@ void WriteChart(JsonWriter& json, const shell::ChartSeries& chart) {
   }
   json.EndArray().Key("labels").BeginArray();
   for (const auto& label : chart.labels) json.String(label.text);
-  json.EndArray().EndObject();
+  json.EndArray();
+  if (chart.reportsCategories) json.Key("categories").StringArray(chart.categories);
+  json.EndObject();
 }
 
 // The rows of a grid as arrays of strings, written straight into the

@@ -71,6 +71,7 @@ CREATE TABLE chart_series(result INTEGER, chart INTEGER, seq INTEGER, name TEXT,
 CREATE TABLE chart_lines(result INTEGER, chart INTEGER, seq INTEGER, orientation INTEGER, value BLOB, label TEXT,
   color INTEGER, dashed INTEGER);
 CREATE TABLE chart_labels(result INTEGER, chart INTEGER, seq INTEGER, text TEXT, x BLOB, y BLOB);
+CREATE TABLE chart_flags(result INTEGER, chart INTEGER, flags INTEGER);
 CREATE TABLE run_data(id INTEGER PRIMARY KEY, name TEXT NOT NULL, max_rows INTEGER, max_cols INTEGER);
 CREATE TABLE runs(result INTEGER PRIMARY KEY, command_key TEXT NOT NULL, data INTEGER, block_selected INTEGER,
   sel_col INTEGER, sel_col2 INTEGER, sel_row INTEGER, sel_row2 INTEGER);
@@ -80,7 +81,7 @@ CREATE TABLE sheet_designs(sheet INTEGER PRIMARY KEY, design TEXT NOT NULL);
 CREATE TABLE chart_looks(result INTEGER, chart TEXT NOT NULL, settings TEXT NOT NULL);
 )sql";
 // Tables that files of any format may lack; a missing one reads as empty.
-const char* const kOptionalTables[] = {"chart_looks"};
+const char* const kOptionalTables[] = {"chart_looks", "chart_flags"};
 
 // The first format version with the runs of the result windows; older files
 // open with windows whose making is not known.
@@ -93,6 +94,13 @@ constexpr int kFirstVersionWithSeriesStyle = 3;
 constexpr int kFirstVersionWithDesigns = 4;
 constexpr std::int64_t kSteppedSeries = 1;
 constexpr std::int64_t kDashedSeries = 2;
+// A smooth curve (no point markers); files before it have none.
+constexpr std::int64_t kCurveSeries = 4;
+// The table chart_flags, which files before it lack: per chart, bit 1 a
+// legend of every series, bit 2 the categories listed in reports. A chart
+// without a row has neither.
+constexpr std::int64_t kSeriesLegendChart = 1;
+constexpr std::int64_t kReportsCategoriesChart = 2;
 
 // ---- writing --------------------------------------------------------------
 
@@ -279,6 +287,13 @@ void WriteResult(SqliteDb& db, std::int64_t id, const shell::ResultWindow& windo
     chart.Bind(7, c.y2Title);
     chart.BindBlob(8, TextList(c.categories));
     chart.Run();
+    if (c.seriesLegend || c.reportsCategories) {
+      SqliteStatement flags(db, "INSERT INTO chart_flags VALUES(?,?,?)");
+      flags.Bind(1, id);
+      flags.Bind(2, chart_seq);
+      flags.Bind(3, (c.seriesLegend ? kSeriesLegendChart : 0) | (c.reportsCategories ? kReportsCategoriesChart : 0));
+      flags.Run();
+    }
     std::int64_t seq = 0;
     for (const auto& s : c.series) {
       series.Bind(1, id);
@@ -292,7 +307,7 @@ void WriteResult(SqliteDb& db, std::int64_t id, const shell::ResultWindow& windo
       series.BindBlob(8, marked);
       series.Bind(9, RgbValue(s.color));
       series.Bind(10, std::int64_t{s.onSecondAxis});
-      series.Bind(11, (s.stepped ? kSteppedSeries : 0) | (s.dashed ? kDashedSeries : 0));
+      series.Bind(11, (s.stepped ? kSteppedSeries : 0) | (s.dashed ? kDashedSeries : 0) | (s.curve ? kCurveSeries : 0));
       series.Run();
     }
     seq = 0;
@@ -859,7 +874,7 @@ class ProjectReader {
       if (series.Int(2) != static_cast<std::int64_t>(chart.series.size())) Bad("series numbering");
       shell::PlotSeries s;
       s.name = series.Text(3);
-      s.type = static_cast<shell::SeriesType>(Within(series.Int(4), 0, 3, "series type"));
+      s.type = static_cast<shell::SeriesType>(Within(series.Int(4), 0, 6, "series type"));
       s.x = Doubles(series.Blob(5), "series values");
       s.y = Doubles(series.Blob(6), "series values");
       ByteReader marked(series.Blob(7));
@@ -874,11 +889,22 @@ class ProjectReader {
       s.color = Color(series, 8);
       s.onSecondAxis = series.Int(9) != 0;
       if (with_series_style) {
-        const std::int64_t style = Within(series.Int(10), 0, kSteppedSeries | kDashedSeries, "series style");
+        const std::int64_t style =
+            Within(series.Int(10), 0, kSteppedSeries | kDashedSeries | kCurveSeries, "series style");
         s.stepped = (style & kSteppedSeries) != 0;
         s.dashed = (style & kDashedSeries) != 0;
+        s.curve = (style & kCurveSeries) != 0;
       }
       chart.series.push_back(std::move(s));
+    }
+    if (HasTable(db_, "chart_flags")) {
+      SqliteStatement flags(db_, "SELECT * FROM chart_flags");
+      while (flags.Step()) {
+        auto& chart = ChartAt(project, flags.Int(0), flags.Int(1));
+        const std::int64_t set = Within(flags.Int(2), 0, kSeriesLegendChart | kReportsCategoriesChart, "chart flags");
+        chart.seriesLegend = (set & kSeriesLegendChart) != 0;
+        chart.reportsCategories = (set & kReportsCategoriesChart) != 0;
+      }
     }
     SqliteStatement lines(db_, "SELECT * FROM chart_lines ORDER BY result, chart, seq");
     while (lines.Step()) {

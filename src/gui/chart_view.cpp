@@ -1,5 +1,7 @@
 #include "gui/chart_view.h"
 
+#include "gui/polar_plots.h"
+
 #include <QPdfWriter>
 #include <QToolTip>
 
@@ -143,11 +145,12 @@ shell::SeriesPresentation DefaultSeriesStyle(const shell::ChartSeries& chart, st
   // A curve over bars is drawn thicker and without markers.
   const bool overlay = series.type == shell::SeriesType::Line && HasBars(chart) && !series.onSecondAxis;
   style.lineColor = series.color ? *series.color : ToRgb(kSeriesColors[index % std::size(kSeriesColors)]);
-  style.lineWidth = overlay ? 1.8 : 1.0;
+  style.lineWidth = overlay ? 1.8 : series.curve ? 1.6 : 1.0;
   style.lineStyle = series.dashed                             ? shell::LineStyle::Dash
                     : series.type == shell::SeriesType::Points ? shell::LineStyle::None
                                                                : shell::LineStyle::Solid;
-  style.marker = points && !overlay && !series.stepped ? shell::MarkerShape::Circle : shell::MarkerShape::None;
+  // Curves (fitted lines, densities) are drawn without markers.
+  style.marker = points && !overlay && !series.stepped && !series.curve ? shell::MarkerShape::Circle : shell::MarkerShape::None;
   style.markerSize = series.type == shell::SeriesType::Points ? 7.0 : 5.0;
   if (!style.markerColor) style.markerColor = style.lineColor;
   return style;
@@ -211,6 +214,11 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
   // reaching zero or below.
   xAxis->setScaleType(QCPAxis::stLinear);
   yAxis->setScaleType(QCPAxis::stLinear);
+  qDeleteAll(findChildren<QCPBarsGroup*>(QString(), Qt::FindDirectChildrenOnly));
+  if (DrawPolarChart(*this, chart, font())) {
+    replot();
+    return;
+  }
 
   bool any_second_axis = false;
   double y_min = std::numeric_limits<double>::infinity();
@@ -223,10 +231,12 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
     hi = std::max(hi, v);
   };
   const bool has_bars = HasBars(chart);
-  // Several bar series over the same positions stand side by side.
-  const auto bar_series = std::count_if(chart.series.begin(), chart.series.end(),
-                                        [](const shell::PlotSeries& series) { return series.type == shell::SeriesType::Bar; });
-  QCPBarsGroup* bar_group = bar_series > 1 ? new QCPBarsGroup(this) : nullptr;
+  // Several bar series of a graph stand side by side in each category;
+  // coloured bars (a shaded area, highlighted bars) stay where they are.
+  const auto bar_count = std::count_if(chart.series.begin(), chart.series.end(), [](const shell::PlotSeries& series) {
+    return series.type == shell::SeriesType::Bar && !series.color;
+  });
+  QCPBarsGroup* bars_group = chart.seriesLegend && bar_count > 1 ? new QCPBarsGroup(this) : nullptr;
   for (std::size_t s = 0; s < chart.series.size(); ++s) {
     const shell::PlotSeries& series = chart.series[s];
     QCPAxis* value_axis = series.onSecondAxis ? yAxis2 : yAxis;
@@ -286,9 +296,9 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
         bars->setWidth(spacing > 0 ? spacing * (series.x.empty() ? 0.8 : 1.0) : 0.8);
         bars->setPen(QPen(color.darker(), *style.lineWidth, PenStyleOf(*style.lineStyle)));
         bars->setBrush(FillColor(color));
-        if (bar_group) {
-          bars->setWidth(bars->width() * 0.8 / static_cast<double>(bar_series));
-          bars->setBarsGroup(bar_group);
+        if (bars_group && !series.color) {
+          bars->setWidth(0.8 / static_cast<double>(bar_count));
+          bars->setBarsGroup(bars_group);
         }
         series_of_.insert(bars, static_cast<int>(s));
         if (!series.onSecondAxis) {
@@ -318,6 +328,19 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
         series_of_.insert(boxes, static_cast<int>(s));
         break;
       }
+      case shell::SeriesType::Area: {
+        // A shaded area under a curve, beneath the curve and deaf to clicks.
+        auto* area = addGraph(xAxis, value_axis);
+        area->setName(QString::fromStdString(series.name));
+        area->setData(XValues(series, series.y.size()), ToVector(series.y), true);
+        area->setPen(QPen(color));
+        area->setBrush(FillColor(color));
+        area->setSelectable(QCP::stNone);
+        area->setLayer(QStringLiteral("limits"));
+        break;
+      }
+      case shell::SeriesType::Pie:
+      case shell::SeriesType::Radar: break;  // drawn by DrawPolarChart
     }
   }
 
@@ -415,6 +438,9 @@ void ChartView::Draw(const shell::ChartSeries& chart) {
       label->position->setType(QCPItemPosition::ptAxisRectRatio);
       label->position->setCoords(0.01, 0.02 + 0.06 * corner_labels++);
       label->setPositionAlignment(Qt::AlignLeft | Qt::AlignTop);
+      // On a light ground, so that a line through the corner leaves it legible.
+      label->setBrush(QColor(255, 255, 255, 225));
+      label->setPadding(QMargins(3, 1, 3, 1));
     }
   }
 
@@ -604,7 +630,7 @@ void ChartView::UpdateLegend() {
   const shell::LegendPlace place = presentation_.legend;
   if (place == shell::LegendPlace::Hidden) return;
   const bool every_series = place != shell::LegendPlace::Automatic;
-  if (!every_series && marks_.isEmpty() && overlays_.isEmpty()) return;
+  if (!every_series && marks_.isEmpty() && overlays_.isEmpty() && !chart_.seriesLegend) return;
   if (place != shell::LegendPlace::Automatic && place != shell::LegendPlace::Below) {
     // Inside the plot, in the corner chosen.
     const Qt::Alignment corner = place == shell::LegendPlace::TopLeft       ? Qt::AlignTop | Qt::AlignLeft
@@ -631,8 +657,9 @@ void ChartView::UpdateLegend() {
     auto* item = qobject_cast<QCPPlottableLegendItem*>(legend->item(i));
     if (!item) continue;
     QCPAbstractPlottable* plottable = item->plottable();
-    const bool listable = every_series ? !plottable->name().isEmpty() && plottable->layer() != layer(QStringLiteral("limits"))
-                                       : marks_.contains(plottable) || overlays_.contains(plottable);
+    const bool listable = every_series || chart_.seriesLegend
+                              ? !plottable->name().isEmpty() && plottable->layer() != layer(QStringLiteral("limits"))
+                              : marks_.contains(plottable) || overlays_.contains(plottable);
     if (!listable || listed.contains(plottable->name())) {
       legend->removeItem(i--);
       continue;

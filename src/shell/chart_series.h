@@ -9,10 +9,16 @@
 
 namespace orvik::shell {
 
-enum class SeriesType { Line, Points, Bar, Box };
+enum class SeriesType { Line, Points, Bar, Box, Pie, Radar, Area };
 
 // One plotted series. For a box series, y holds minimum, Q1, median, Q3 and
-// maximum of each box in turn, and x one position per box.
+// maximum of each box in turn, and x one position per box. A pie series
+// holds its slices' values in y, in drawing order from twelve o'clock
+// clockwise, named by the chart's categories; a marked slice stands out
+// from the pie. A radar series holds one value per spoke (the chart's
+// categories) and is drawn as a closed polygon on spokes scaled from 0 to
+// the chart's one horizontal line. An area series is a line filled down to
+// zero (the shaded probability under a density).
 struct PlotSeries {
   std::string name;
   SeriesType type = SeriesType::Line;
@@ -30,6 +36,8 @@ struct PlotSeries {
   // the chart has run rules: beyond-limit points and rule-flagged points are
   // drawn apart. Empty: every marked point is beyond a limit.
   std::vector<std::string> markCodes;
+  // A smooth curve (a density, a fitted line): a line without point markers.
+  bool curve = false;
 };
 
 enum class LineOrientation { Horizontal, Vertical };
@@ -66,6 +74,13 @@ struct ChartSeries {
   std::vector<ChartLabel> labels;
   // Category names for a bar chart's x axis, one per bar position 1, 2, ...
   std::vector<std::string> categories;
+  // A legend naming every series (graphs of several columns); otherwise
+  // only marks and curves over bars are named.
+  bool seriesLegend = false;
+  // Whether orvik-cli lists the categories with the chart: the graphs whose
+  // categories are their data (bar, pie and radar charts). The charts
+  // before them keep their output as it was.
+  bool reportsCategories = false;
 };
 
 }  // namespace orvik::shell

@@ -1,6 +1,7 @@
 #include "stats/calc_catalog.h"
 
 #include <cmath>
+#include <deque>
 #include <stdexcept>
 #include <string>
 
@@ -8,6 +9,7 @@
 #include "stats/coefficient_of_variation.h"
 #include "stats/critical_value_tables.h"
 #include "stats/decimal_numbers.h"
+#include "stats/distribution_families.h"
 #include "stats/f_distribution.h"
 #include "stats/incomplete_beta.h"
 #include "stats/incomplete_gamma.h"
@@ -68,10 +70,49 @@ double Groups(double k) {
 
 using Args = std::span<const double>;
 
+// The families the library gained with the distribution plot, from the
+// exponential on, each with its two tails and two quantiles. Their
+// parameters are checked by the family's own rule.
+void AddFamilyFunctions(std::vector<CalcFunction>& catalog) {
+  static std::deque<std::string> texts;  // names and summaries the entries view
+  const auto text = [](std::string value) -> std::string_view { return texts.emplace_back(std::move(value)); };
+  const auto& families = DistributionFamilies();
+  for (auto family = families.begin() + 4; family != families.end(); ++family) {
+    const DistributionFamily& f = *family;
+    const auto arguments = [&](std::string_view first) {
+      std::vector<std::string_view> names{first};
+      names.insert(names.end(), f.parameters.begin(), f.parameters.end());
+      return names;
+    };
+    const auto checked = [&f](Args a) {
+      const Args parameters = a.subspan(1);
+      if (auto fault = f.check(parameters)) throw std::invalid_argument(*fault);
+      return parameters;
+    };
+    const std::string name(f.functionName);
+    const std::string_view x = f.discrete ? "k" : "x";
+    catalog.push_back({text("GetDF" + name), arguments(x),
+                       [checked, &f](Args a) { return f.lower(Number(a[0], "x"), checked(a)); },
+                       text(std::string(f.name) + " lower tail P(X <= " + std::string(x) + ")")});
+    catalog.push_back({text("GetDF" + name + "Upper"), arguments(x),
+                       [checked, &f](Args a) { return f.upper(Number(a[0], "x"), checked(a)); },
+                       text(std::string(f.name) + " upper tail P(X > " + std::string(x) + ")")});
+    catalog.push_back({text("GetInv" + name), arguments("p"),
+                       [checked, &f](Args a) { return f.quantile(Probability(a[0], "p"), checked(a)); },
+                       text(std::string(f.name) + (f.discrete ? " quantile: least k with P(X <= k) >= p"
+                                                              : " quantile: x with P(X <= x) = p"))});
+    catalog.push_back({text("GetInv" + name + "Upper"), arguments("q"),
+                       [checked, &f](Args a) { return f.quantileUpper(Probability(a[0], "q"), checked(a)); },
+                       text(std::string(f.name) + (f.discrete ? " upper quantile: least k with P(X > k) <= q"
+                                                              : " upper quantile: x with P(X > x) = q"))});
+  }
+}
+
 }  // namespace
 
 const std::vector<CalcFunction>& CalcCatalog() {
-  static const std::vector<CalcFunction> catalog = {
+  static const std::vector<CalcFunction> catalog = [] {
+    std::vector<CalcFunction> functions = {
       {"GetDFNormal", {"x", "mean", "sd"},
        [](Args a) { return GetDFNormal(Number(a[0], "x"), Number(a[1], "mean"), PositiveFinite(a[2], "sd")); },
        "normal lower tail P(X <= x)"},
@@ -190,7 +231,10 @@ const std::vector<CalcFunction>& CalcCatalog() {
        "lower limit of the CV chart (alpha 0.0027) for subgroups of n and in-control CV g/10000"},
       {"Round", {"x", "decimals"}, [](Args a) { return Round(a[0], static_cast<int>(a[1])); },
        "decimal rounding with ties to the even digit"},
-  };
+    };
+    AddFamilyFunctions(functions);
+    return functions;
+  }();
   return catalog;
 }
 

@@ -21,7 +21,7 @@ double Call(const std::string& name, std::vector<double> arguments) {
 // Every function the calculator lists answers a valid call with a finite
 // number; the distribution functions are all there, upper tails included.
 TEST(CalcCatalog, EveryFunctionAnswersAValidCall) {
-  const std::map<std::string, std::vector<double>> valid = {
+  std::map<std::string, std::vector<double>> valid = {
       {"GetDFNormal", {0, 0, 1}},       {"GetDFNormalUpper", {1, 0, 2}},  {"GetDFT", {2, 10}},
       {"GetDFTUpper", {2, 10}},         {"GetDFChisq", {3, 4}},           {"GetDFChisqUpper", {3, 4}},
       {"GetDFF", {2, 3, 4}},            {"GetDFFUpper", {2, 3, 4}},       {"GetInvNormal", {0.3}},
@@ -37,6 +37,21 @@ TEST(CalcCatalog, EveryFunctionAnswersAValidCall) {
       {"GetDFTukey", {3, 3, 10}},         {"GetDFTukeyUpper", {3, 3, 10}},
       {"GetInvTukey", {0.9, 3, 10}},      {"GetInvTukeyUpper", {0.05, 3, 10}},
   };
+  // The families of the distribution plot: a valid point and parameters each.
+  const std::map<std::string, std::vector<double>> families = {
+      {"Exponential", {2}},      {"Uniform", {0, 4}},   {"Lognormal", {0, 1}}, {"Weibull", {2, 3}},
+      {"Gamma", {2, 3}},         {"Beta", {2, 3}},      {"Binomial", {10, 0.3}}, {"Poisson", {4}},
+      {"Hypergeometric", {50, 10, 5}},
+  };
+  for (const auto& [family, parameters] : families) {
+    for (const char* form : {"GetDF%", "GetDF%Upper", "GetInv%", "GetInv%Upper"}) {
+      std::string name = form;
+      name.replace(name.find('%'), 1, family);
+      std::vector<double> arguments{name.starts_with("GetInv") ? 0.3 : 0.5};
+      arguments.insert(arguments.end(), parameters.begin(), parameters.end());
+      valid.emplace(name, arguments);
+    }
+  }
   for (const auto& function : CalcCatalog()) {
     const auto it = valid.find(std::string(function.name));
     ASSERT_NE(it, valid.end()) << "no valid call listed for " << function.name;
@@ -62,6 +77,9 @@ TEST(CalcCatalog, InvalidArgumentsThrow) {
       {"Simpson38", {0, 1, 0, 5, 0.1}}, {"Simpson38", {0, 1, 100, 2.5, 0.1}},
       {"GetDFTukey", {3, 1, 10}},  {"GetInvTukeyUpper", {0.05, 3.5, 10}},
       {"GetDFTukeyUpper", {3, 3, 0}},
+      {"GetDFGamma", {1, 0, 2}},   {"GetDFBeta", {0.5, 2, -1}}, {"GetInvBinomial", {0.5, 2.5, 0.3}},
+      {"GetDFBinomialUpper", {1, 10, 1.5}}, {"GetInvPoisson", {0, 3}}, {"GetDFHypergeometric", {1, 10, 11, 5}},
+      {"GetDFHypergeometricUpper", {1, 10, 5, 11}}, {"GetDFUniform", {1, 2, 2}}, {"GetInvWeibullUpper", {0.5, 1, 0}},
   };
   for (const auto& c : invalid) EXPECT_ANY_THROW(Call(c.name, c.arguments)) << c.name;
   EXPECT_THROW(Call("GetInvT", {0.0, 3}), std::invalid_argument);

@@ -7,6 +7,7 @@
 #include <map>
 
 #include "distribution_checks.h"
+#include "stats/calc_catalog.h"
 #include "stats/chi_square_distribution.h"
 #include "stats/coefficient_of_variation.h"
 #include "stats/critical_value_tables.h"
@@ -55,10 +56,16 @@ const std::map<std::string, std::function<double(const Arguments&)>> kFunctions 
 #undef ORVIK_CASE
 
 // Splits a row into the function, its arguments and what follows them.
+// Functions not listed above are called as the calculator calls them (the
+// distribution families of the distribution plot).
 double Call(const CaseRow& row, std::size_t outcome) {
   Arguments arguments;
   for (std::size_t i = 1; i < outcome; ++i) arguments.push_back(row.Number(i));
-  return kFunctions.at(row[0])(arguments);
+  if (const auto listed = kFunctions.find(row[0]); listed != kFunctions.end()) return listed->second(arguments);
+  const CalcFunction* function = FindCalcFunction(row[0]);
+  if (function == nullptr || function->arguments.size() != arguments.size())
+    throw std::logic_error("no function " + row[0] + " of " + std::to_string(arguments.size()) + " arguments");
+  return function->call(arguments);
 }
 
 TEST(StatsCaseTables, EdgesAndInvalidArguments) {

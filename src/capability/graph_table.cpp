@@ -1,0 +1,76 @@
+#include "capability/graph_table.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <string_view>
+
+#include "worksheet/cell_number.h"
+
+namespace orvik::capability {
+
+namespace {
+
+std::string Trimmed(std::string_view text) {
+  const auto first = text.find_first_not_of(" \t");
+  if (first == std::string_view::npos) return {};
+  const auto last = text.find_last_not_of(" \t");
+  return std::string(text.substr(first, last - first + 1));
+}
+
+}  // namespace
+
+GraphTable ReadGraphTable(const worksheet::Worksheet& sheet, const worksheet::DataSelection& block,
+                          bool label_column) {
+  GraphTable table;
+  const worksheet::WalkSpan columns = worksheet::ColumnsWithData(sheet, block);
+  const worksheet::WalkSpan rows = worksheet::RowsWithData(sheet, block);
+  // The rows up to the last one with any cell of the block.
+  long used_rows = 0;
+  for (long r = 0; r < rows.length; ++r)
+    for (long c = 0; c < columns.length; ++c)
+      if (!Trimmed(sheet.Text(rows.At(r), columns.At(c))).empty()) used_rows = r + 1;
+
+  long first_value = 0;
+  if (label_column && columns.length > 1) {
+    const long col = columns.At(0);
+    long texts = 0, numbers = 0;
+    for (long r = 0; r < used_rows; ++r) {
+      const std::string text = Trimmed(sheet.Text(rows.At(r), col));
+      if (text.empty()) continue;
+      ++(worksheet::ParseCellNumber(text) ? numbers : texts);
+    }
+    table.labelled = texts > 0 && numbers == 0;
+    if (table.labelled) first_value = 1;
+  }
+  for (long r = 0; r < used_rows; ++r)
+    table.categories.push_back(table.labelled ? Trimmed(sheet.Text(rows.At(r), columns.At(0))) : std::to_string(r + 1));
+  for (long c = first_value; c < columns.length; ++c) {
+    const long col = columns.At(c);
+    table.names.push_back(sheet.ColumnHeader(col));
+    std::vector<double>& values = table.columns.emplace_back();
+    for (long r = 0; r < used_rows; ++r) {
+      const auto number = worksheet::ParseCellNumber(sheet.Text(rows.At(r), col));
+      values.push_back(number ? *number : std::numeric_limits<double>::quiet_NaN());
+      if (!number) ++table.improperCells;
+    }
+  }
+  return table;
+}
+
+GraphTable WithoutImproperRows(const GraphTable& table) {
+  GraphTable kept = table;
+  kept.categories.clear();
+  for (auto& column : kept.columns) column.clear();
+  kept.improperCells = 0;
+  for (std::size_t r = 0; r < table.categories.size(); ++r) {
+    const bool whole = std::all_of(table.columns.begin(), table.columns.end(),
+                                   [r](const std::vector<double>& column) { return !std::isnan(column[r]); });
+    if (!whole) continue;
+    kept.categories.push_back(table.categories[r]);
+    for (std::size_t c = 0; c < table.columns.size(); ++c) kept.columns[c].push_back(table.columns[c][r]);
+  }
+  return kept;
+}
+
+}  // namespace orvik::capability
