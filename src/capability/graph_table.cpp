@@ -31,11 +31,24 @@ GraphTable ReadGraphTable(const worksheet::Worksheet& sheet, const worksheet::Da
     for (long c = 0; c < columns.length; ++c)
       if (!Trimmed(sheet.Text(rows.At(r), columns.At(c))).empty()) used_rows = r + 1;
 
+  // A first row of texts only (no number in any cell) heads the columns:
+  // it names the series and is not a category.
+  long first_row = 0;
+  if (used_rows > 1) {
+    long texts = 0, numbers = 0;
+    for (long c = 0; c < columns.length; ++c) {
+      const std::string text = Trimmed(sheet.Text(rows.At(0), columns.At(c)));
+      if (!text.empty()) ++(worksheet::ParseCellNumber(text) ? numbers : texts);
+    }
+    if (texts > 0 && numbers == 0) first_row = 1;
+  }
+  table.headed = first_row == 1;
+
   long first_value = 0;
   if (label_column && columns.length > 1) {
     const long col = columns.At(0);
     long texts = 0, numbers = 0;
-    for (long r = 0; r < used_rows; ++r) {
+    for (long r = first_row; r < used_rows; ++r) {
       const std::string text = Trimmed(sheet.Text(rows.At(r), col));
       if (text.empty()) continue;
       ++(worksheet::ParseCellNumber(text) ? numbers : texts);
@@ -43,13 +56,15 @@ GraphTable ReadGraphTable(const worksheet::Worksheet& sheet, const worksheet::Da
     table.labelled = texts > 0 && numbers == 0;
     if (table.labelled) first_value = 1;
   }
-  for (long r = 0; r < used_rows; ++r)
-    table.categories.push_back(table.labelled ? Trimmed(sheet.Text(rows.At(r), columns.At(0))) : std::to_string(r + 1));
+  for (long r = first_row; r < used_rows; ++r)
+    table.categories.push_back(table.labelled ? Trimmed(sheet.Text(rows.At(r), columns.At(0)))
+                                              : std::to_string(r - first_row + 1));
   for (long c = first_value; c < columns.length; ++c) {
     const long col = columns.At(c);
-    table.names.push_back(sheet.ColumnHeader(col));
+    const std::string heading = first_row ? Trimmed(sheet.Text(rows.At(0), col)) : std::string();
+    table.names.push_back(heading.empty() ? sheet.ColumnHeader(col) : heading);
     std::vector<double>& values = table.columns.emplace_back();
-    for (long r = 0; r < used_rows; ++r) {
+    for (long r = first_row; r < used_rows; ++r) {
       const auto number = worksheet::ParseCellNumber(sheet.Text(rows.At(r), col));
       values.push_back(number ? *number : std::numeric_limits<double>::quiet_NaN());
       if (!number) ++table.improperCells;
