@@ -18,13 +18,6 @@ std::string Upper(std::string text) {
   return text;
 }
 
-std::string Trimmed(std::string_view text) {
-  const auto first = text.find_first_not_of(" \t");
-  if (first == std::string_view::npos) return {};
-  const auto last = text.find_last_not_of(" \t");
-  return std::string(text.substr(first, last - first + 1));
-}
-
 }  // namespace
 
 // The block's columns and rows as far as the data reaches, in the block's
@@ -52,7 +45,7 @@ std::vector<std::string> ColumnTexts(const worksheet::Worksheet& sheet, const wo
                                      long column) {
   std::vector<std::string> texts;
   const worksheet::WalkSpan rows = worksheet::RowsWithData(sheet, selection);
-  for (long r = 0; r < rows.length; ++r) texts.push_back(Trimmed(sheet.Text(rows.At(r), column)));
+  for (long r = 0; r < rows.length; ++r) texts.push_back(worksheet::TrimBlanks(sheet.Text(rows.At(r), column)));
   return texts;
 }
 
@@ -79,7 +72,7 @@ void ColumnChoiceDialog::AddColumnBox(const std::string& box, std::size_t defaul
 }
 
 std::optional<long> ColumnChoiceDialog::Find(const std::string& text) const {
-  const std::string wanted = Trimmed(text);
+  const std::string wanted = worksheet::TrimBlanks(text);
   if (wanted.empty()) return std::nullopt;
   for (const auto& c : columns_)
     if (c.name == wanted) return c.column;

@@ -23,12 +23,6 @@ std::string NumberText(double value) {
   return std::string(buffer, result.ptr);
 }
 
-std::string Trimmed(std::string_view text) {
-  const auto first = text.find_first_not_of(" \t");
-  if (first == std::string_view::npos) return {};
-  return std::string(text.substr(first, text.find_last_not_of(" \t") - first + 1));
-}
-
 std::string Lower(std::string text) {
   for (char& c : text) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
   return text;
@@ -104,7 +98,7 @@ std::optional<long> DesignDialog::Whole(const std::string& box, long low, long h
 bool DesignDialog::ReadSeed(std::optional<std::uint32_t>& seed) {
   seed.reset();
   if (!Control("Randomize").checked) return true;
-  const std::string text = Trimmed(Control("Seedtxt").text);
+  const std::string text = worksheet::TrimBlanks(Control("Seedtxt").text);
   if (text.empty()) {
     // The fresh seed goes into the box, so the dialog's record repeats it.
     seed = static_cast<std::uint32_t>(std::random_device{}());
@@ -144,15 +138,15 @@ bool LevelDesignDialog::OnOk(shell::Host& host) {
     const std::string n = std::to_string(i);
     const auto count = Whole("Levels" + n + "txt", 2, 20);
     if (!count) return Refuse(host);
-    LevelFactor factor{Trimmed(Control("Name" + n + "txt").text), {}};
+    LevelFactor factor{worksheet::TrimBlanks(Control("Name" + n + "txt").text), {}};
     const std::string& typed = Control("LevelNames" + n + "txt").text;
-    if (Trimmed(typed).empty()) {
+    if (worksheet::TrimBlanks(typed).empty()) {
       for (long level = 1; level <= *count; ++level) factor.levels.push_back(std::to_string(level));
     } else {
       std::size_t start = 0;
       while (true) {
         const auto comma = typed.find(',', start);
-        factor.levels.push_back(Trimmed(std::string_view(typed).substr(start, comma - start)));
+        factor.levels.push_back(worksheet::TrimBlanks(std::string_view(typed).substr(start, comma - start)));
         if (comma == std::string::npos) break;
         start = comma + 1;
       }
@@ -236,7 +230,7 @@ bool DOESelection::OnOk(shell::Host& host) {
     const auto low = worksheet::ParseCellNumber(Control("Low" + n + "txt").text);
     const auto high = worksheet::ParseCellNumber(Control("High" + n + "txt").text);
     if (!low || !high || *low == *high) return Refuse(host);
-    settings.names.push_back(Trimmed(Control("Name" + n + "txt").text));
+    settings.names.push_back(worksheet::TrimBlanks(Control("Name" + n + "txt").text));
     settings.lows.push_back(*low);
     settings.highs.push_back(*high);
   }

@@ -9,17 +9,6 @@
 
 namespace orvik::capability {
 
-namespace {
-
-std::string Trimmed(std::string_view text) {
-  const auto first = text.find_first_not_of(" \t");
-  if (first == std::string_view::npos) return {};
-  const auto last = text.find_last_not_of(" \t");
-  return std::string(text.substr(first, last - first + 1));
-}
-
-}  // namespace
-
 GraphTable ReadGraphTable(const worksheet::Worksheet& sheet, const worksheet::DataSelection& block,
                           bool label_column) {
   GraphTable table;
@@ -29,7 +18,7 @@ GraphTable ReadGraphTable(const worksheet::Worksheet& sheet, const worksheet::Da
   long used_rows = 0;
   for (long r = 0; r < rows.length; ++r)
     for (long c = 0; c < columns.length; ++c)
-      if (!Trimmed(sheet.Text(rows.At(r), columns.At(c))).empty()) used_rows = r + 1;
+      if (!worksheet::TrimBlanks(sheet.Text(rows.At(r), columns.At(c))).empty()) used_rows = r + 1;
 
   // A first row of texts only (no number in any cell) heads the columns:
   // it names the series and is not a category.
@@ -37,7 +26,7 @@ GraphTable ReadGraphTable(const worksheet::Worksheet& sheet, const worksheet::Da
   if (used_rows > 1) {
     long texts = 0, numbers = 0;
     for (long c = 0; c < columns.length; ++c) {
-      const std::string text = Trimmed(sheet.Text(rows.At(0), columns.At(c)));
+      const std::string text = worksheet::TrimBlanks(sheet.Text(rows.At(0), columns.At(c)));
       if (!text.empty()) ++(worksheet::ParseCellNumber(text) ? numbers : texts);
     }
     if (texts > 0 && numbers == 0) first_row = 1;
@@ -49,7 +38,7 @@ GraphTable ReadGraphTable(const worksheet::Worksheet& sheet, const worksheet::Da
     const long col = columns.At(0);
     long texts = 0, numbers = 0;
     for (long r = first_row; r < used_rows; ++r) {
-      const std::string text = Trimmed(sheet.Text(rows.At(r), col));
+      const std::string text = worksheet::TrimBlanks(sheet.Text(rows.At(r), col));
       if (text.empty()) continue;
       ++(worksheet::ParseCellNumber(text) ? numbers : texts);
     }
@@ -57,11 +46,11 @@ GraphTable ReadGraphTable(const worksheet::Worksheet& sheet, const worksheet::Da
     if (table.labelled) first_value = 1;
   }
   for (long r = first_row; r < used_rows; ++r)
-    table.categories.push_back(table.labelled ? Trimmed(sheet.Text(rows.At(r), columns.At(0)))
+    table.categories.push_back(table.labelled ? worksheet::TrimBlanks(sheet.Text(rows.At(r), columns.At(0)))
                                               : std::to_string(r - first_row + 1));
   for (long c = first_value; c < columns.length; ++c) {
     const long col = columns.At(c);
-    const std::string heading = first_row ? Trimmed(sheet.Text(rows.At(0), col)) : std::string();
+    const std::string heading = first_row ? worksheet::TrimBlanks(sheet.Text(rows.At(0), col)) : std::string();
     table.names.push_back(heading.empty() ? sheet.ColumnHeader(col) : heading);
     std::vector<double>& values = table.columns.emplace_back();
     for (long r = first_row; r < used_rows; ++r) {

@@ -23,13 +23,6 @@ constexpr const char* kConfirmColumns = "Confirm selected columns data";
 constexpr const char* kSelectData = "Please, select data";
 constexpr const char* kOther = "Other";
 
-std::string Trimmed(std::string_view text) {
-  const auto first = text.find_first_not_of(" \t");
-  if (first == std::string_view::npos) return {};
-  const auto last = text.find_last_not_of(" \t");
-  return std::string(text.substr(first, last - first + 1));
-}
-
 // What the two columns of the block hold.
 struct ParetoInput {
   std::vector<ParetoEntry> entries;
@@ -52,10 +45,10 @@ ParetoInput ReadParetoColumns(const worksheet::Worksheet& sheet, const worksheet
   // Rows past the data are empty; they add nothing.
   const long bottom = std::min(std::max(block.firstRow, block.lastRow), sheet.DataRowCnt());
   for (long row = top; row <= bottom; ++row) {
-    const std::string item = Trimmed(sheet.Text(row, item_col));
+    const std::string item = worksheet::TrimBlanks(sheet.Text(row, item_col));
     const std::string_view quantity_text = sheet.Text(row, quantity_col);
     if (!item.empty() || !quantity_text.empty()) input.anyCell = true;
-    if (Trimmed(quantity_text).empty()) continue;
+    if (worksheet::TrimBlanks(quantity_text).empty()) continue;
     const std::optional<double> quantity = worksheet::ParseCellNumber(quantity_text);
     if (!quantity || *quantity < 0) {
       input.unreadable = true;

@@ -57,6 +57,16 @@ class PolarItem : public QCPAbstractItem {
 
  protected:
   QRectF Area() const { return parentPlot()->axisRect()->rect(); }
+  // The largest radius that leaves room for the category labels around
+  // the chart: `height_room` above and below, the widest label plus
+  // `width_room` left and right.
+  double FittingRadius(const QFontMetricsF& metrics, double height_room, double width_room) const {
+    double widest = 0;
+    for (const auto& c : chart_.categories) widest = std::max(widest, metrics.horizontalAdvance(Text(c)));
+    const QRectF area = Area();
+    return std::max(20.0, std::min(area.height() / 2 - metrics.height() - height_room,
+                                   area.width() / 2 - widest - width_room));
+  }
   QColor ColorOf(std::size_t i) const { return colors_[i % colors_.size()]; }
 
   shell::ChartSeries chart_;
@@ -79,10 +89,7 @@ class PieItem : public PolarItem {
     painter->setFont(font_);
     const QFontMetricsF metrics(font_);
     const QRectF area = Area();
-    double widest = 0;
-    for (const auto& c : chart_.categories) widest = std::max(widest, metrics.horizontalAdvance(Text(c)));
-    const double radius =
-        std::max(20.0, std::min(area.height() / 2 - metrics.height() - 8, area.width() / 2 - widest - 24));
+    const double radius = FittingRadius(metrics, 8, 24);
     const QPointF centre = area.center();
     struct Label {
       QRectF box;
@@ -144,10 +151,7 @@ class RadarItem : public PolarItem {
     painter->setFont(font_);
     const QFontMetricsF metrics(font_);
     const QRectF area = Area();
-    double widest = 0;
-    for (const auto& c : chart_.categories) widest = std::max(widest, metrics.horizontalAdvance(Text(c)));
-    const double radius =
-        std::max(20.0, std::min(area.height() / 2 - metrics.height() - 10, area.width() / 2 - widest - 16));
+    const double radius = FittingRadius(metrics, 10, 16);
     const QPointF centre = area.center();
     const auto point = [&](std::size_t spoke, double r) {
       const double angle = 2 * kPi * static_cast<double>(spoke) / static_cast<double>(spokes);

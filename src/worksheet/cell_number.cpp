@@ -63,4 +63,11 @@ std::optional<double> ParseCellNumber(std::string_view text) {
   return negative ? -value : value;
 }
 
+std::string TrimBlanks(std::string_view text) {
+  const auto first = text.find_first_not_of(" \t");
+  if (first == std::string_view::npos) return {};
+  const auto last = text.find_last_not_of(" \t");
+  return std::string(text.substr(first, last - first + 1));
+}
+
 }  // namespace orvik::worksheet

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace orvik::worksheet {
@@ -22,5 +23,9 @@ namespace orvik::worksheet {
 // - text before or after the number ("12 mm", "x1").
 // A number too small for a double reads as 0 or a subnormal value.
 std::optional<double> ParseCellNumber(std::string_view text);
+
+// The text without the blanks (spaces or tabs) around it, as cells are read
+// for names, labels and categories.
+std::string TrimBlanks(std::string_view text);
 
 }  // namespace orvik::worksheet
