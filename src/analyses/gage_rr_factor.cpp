@@ -79,8 +79,11 @@ bool GageRRFactor::OnOk(shell::Host& host) {
              *multiplier,
              Control("XbarRMethod").checked ? GageMethod::XbarR : GageMethod::Anova};
   // The settings stand for the study until the next one is designed, also
-  // when the dialog is confirmed before an analysis of a worksheet block.
+  // when the dialog is confirmed before an analysis of a worksheet block;
+  // kept as options, they go with the runs that follow, so a block
+  // analysis replays with the study's settings.
   host.Settings().Last<GageRRSettings>() = result_;
+  host.KeepOptions(shell::ControlStates(*this));
   return true;
 }
 

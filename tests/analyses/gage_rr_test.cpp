@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <fstream>
 #include <map>
@@ -111,6 +112,11 @@ TEST(GageRRTest, StudyDialogKeepsItsSettingsForTheAnalysis) {
   EXPECT_FALSE(kept.seed);
   EXPECT_EQ(kept.tolerance, 0.6);
   EXPECT_EQ(kept.method, GageMethod::XbarR);
+  // They also go with the runs that follow, so a block analysis replays
+  // under the same settings.
+  const auto& options = host.OptionsBeforeCommand();
+  EXPECT_NE(std::find(options.begin(), options.end(), shell::ControlSetting{"GageRRFactor", "Tolerancetxt", "0.6"}),
+            options.end());
   dialog.PressCancel(host);
   EXPECT_EQ(host.Log().Text(), "Welcome to Orvik 2.0\r\nCancel Gagre R&R study");
 }
