@@ -24,7 +24,7 @@ GageRRFactor::GageRRFactor() : DesignDialog("GageRRFactor", "Gage R&R Study") {
   AddTextBox("Partstxt", std::to_string(defaults.parts)).caption = "Number of parts";
   AddTextBox("Trialstxt", std::to_string(defaults.trials)).caption = "Number of trials";
   AddRandomization();
-  AddTextBox("Tolerancetxt").caption = "Process tolerance (upper - lower spec)";
+  AddTextBox("Tolerancetxt").caption = "Process tolerance (USL - LSL)";
   AddTextBox("Multipliertxt", "6").caption = "Study variation (sigma multiplier)";
   AddOptionButton("ANOVAMethod", "method", true).caption = "ANOVA method";
   AddOptionButton("XbarRMethod", "method", false).caption = "Xbar and R method";
